@@ -42,5 +42,5 @@ private:
         return list;
     }
 
-    AAssert::Handler previous = nullptr;
+    AAssert::AssertHandler previous = nullptr;
 };

@@ -12,11 +12,11 @@ void print(char const *text, char const *file, int line)
     qDebug("ASSERT: %s (%s:%d)", text, file, line);
 }
 
-std::atomic<Handler> current_handler {&print};
+std::atomic<AssertHandler> current_handler {&print};
 
 } // namespace
 
-Handler set_handler(Handler handler)
+AssertHandler set_handler(AssertHandler handler)
 {
     return current_handler.exchange(handler ? handler : &print);
 }

@@ -8,11 +8,11 @@
 /// Thread: any; a handler must be callable from any thread.
 namespace AAssert {
 
-using Handler = void (*)(char const *text, char const *file, int line);
+using AssertHandler = void (*)(char const *text, char const *file, int line);
 
 /// Replaces the handler and returns the one before. Null restores the default, which writes
 /// "ASSERT: <text> (<file>:<line>)" to the toolkit's debug output.
-TARN_EXPORT Handler set_handler(Handler handler);
+TARN_EXPORT AssertHandler set_handler(AssertHandler handler);
 
 /// Reports a failed condition. Always false, so that it can end a condition.
 TARN_EXPORT bool failed(char const *text, char const *file, int line);

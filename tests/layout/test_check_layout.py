@@ -1,0 +1,43 @@
+# SPDX-License-Identifier: Apache-2.0
+"""The layout checker finds what it is there to find."""
+import unittest
+
+from check_layout import CORE, offences
+
+
+class CheckLayout(unittest.TestCase):
+    def found(self, name, text):
+        return [line for _, line in offences(name, text)]
+
+    def test_downward_include_is_accepted(self):
+        self.assertEqual([], self.found(CORE + "xml/a.h", f'#include "{CORE}base/astring.h"\n'))
+
+    def test_upward_include_is_found(self):
+        self.assertEqual(1, len(self.found(CORE + "base/a.h", f'#include "{CORE}xml/xml_tree.h"\n')))
+        self.assertEqual(1, len(self.found(CORE + "protocol/a.h",
+                                           '#include "ATarnLib/glint/glint.h"\n')))
+
+    def test_core_including_its_toolkit_side_is_found(self):
+        text = f'#include "{CORE}protocol/xml_parse_engine2.h"\n'
+        self.assertEqual(1, len(self.found(CORE + "protocol/client.cpp", text)))
+        self.assertEqual([], self.found(CORE + "protocol/api_qt.cpp", text))
+
+    def test_library_including_simulator_is_found(self):
+        self.assertEqual(1, len(self.found("ATarnLib/base/a.h", '#include "sim/vesk/vesk.h"\n')))
+
+    def test_simulator_including_client_logic_is_found(self):
+        self.assertEqual(1, len(self.found("sim/vesk/a.h", f'#include "{CORE}protocol/api.h"\n')))
+        self.assertEqual([], self.found("sim/vesk/a.h", f'#include "{CORE}protocol/enums.h"\n'))
+
+    def test_short_include_path_is_found(self):
+        self.assertEqual(1, len(self.found("sim/vesk/a.h", '#include "vesk.h"\n')))
+
+    def test_waiting_on_the_clock_is_found(self):
+        self.assertEqual(1, len(self.found("tests/base/tst_a.cpp", "    QTest::qWait(5);\n")))
+
+    def test_module_wide_header_is_found(self):
+        self.assertEqual(1, len(self.found("ATarnLib/base/a.h", "#include <QtCore>\n")))
+
+
+if __name__ == "__main__":
+    unittest.main()
