@@ -8,6 +8,8 @@ set(TARN_GENERATED_DIR ${PROJECT_BINARY_DIR}/generated)
 
 macro(tarn_add_library)
   add_library(TarnCore OBJECT)
+  # Tarn lists the core's headers too, and one of the two must make their meta objects.
+  set_target_properties(TarnCore PROPERTIES AUTOMOC OFF)
   add_library(Tarn SHARED)
   add_library(Tarn::Tarn ALIAS Tarn)
 
