@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kestrel/mod/vctp3/tarnlibapi/base/areusable_ref_object.h"
+#include "tests/support/assert_log.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <thread>
+#include <vector>
+
+class TestAReusableRefObject : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void begins_without_references();
+    void last_release_tells_the_owner_and_deletes_nothing();
+    void can_be_revived_between_signal_and_deletion();
+    void release_without_a_reference_is_an_assertion();
+    void each_end_of_all_references_is_told_once();
+};
+
+void TestAReusableRefObject::begins_without_references()
+{
+    QObject parent;
+    AReusableRefObject const object(&parent);
+    QVERIFY(object.releasable());
+    QVERIFY(object.parent() == &parent);
+}
+
+void TestAReusableRefObject::last_release_tells_the_owner_and_deletes_nothing()
+{
+    AReusableRefObject object;
+    QSignalSpy told(&object, &AReusableRefObject::zero_references);
+    QVERIFY(object.add_reference());
+    QVERIFY(object.add_reference());
+    object.release_reference();
+    QCOMPARE(told.count(), 0);
+    QVERIFY(!object.releasable());
+    object.release_reference();
+    QCOMPARE(told.count(), 1);
+    QVERIFY(told.at(0).at(0).value<AReusableRefObject *>() == &object);
+    QVERIFY(object.releasable());
+}
+
+void TestAReusableRefObject::can_be_revived_between_signal_and_deletion()
+{
+    auto *object = new AReusableRefObject;
+    bool deleted = false;
+    connect(object, &QObject::destroyed, this, [&] { deleted = true; });
+    // The owner deletes when its event loop comes to it, and looks again first.
+    connect(
+        object, &AReusableRefObject::zero_references, this,
+        [](AReusableRefObject *idle) {
+            if (idle->releasable())
+                delete idle;
+        },
+        Qt::QueuedConnection);
+    object->add_reference();
+    object->release_reference();
+    object->add_reference();
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(!deleted);
+    object->release_reference();
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(deleted);
+}
+
+void TestAReusableRefObject::release_without_a_reference_is_an_assertion()
+{
+    AssertLog log;
+    AReusableRefObject object;
+    QSignalSpy told(&object, &AReusableRefObject::zero_references);
+    object.release_reference();
+    QCOMPARE(log.take(), QStringList{QStringLiteral("count != 0")});
+    QCOMPARE(told.count(), 0);
+    QVERIFY(object.releasable());
+}
+
+void TestAReusableRefObject::each_end_of_all_references_is_told_once()
+{
+    AReusableRefObject object;
+    std::atomic<int> told{0};
+    connect(
+        &object, &AReusableRefObject::zero_references, &object, [&] { ++told; },
+        Qt::DirectConnection);
+    object.add_reference();
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 10000; ++round) {
+                object.add_reference();
+                object.release_reference();
+            }
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    QCOMPARE(told.load(), 0);
+    object.release_reference();
+    QCOMPARE(told.load(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestAReusableRefObject)
+#include "tst_areusable_ref_object.moc"
