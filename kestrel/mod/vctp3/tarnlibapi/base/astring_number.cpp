@@ -1,0 +1,343 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring_builder_p.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring_list.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring_p.h"
+
+#include <charconv>
+#include <cstdio>
+#include <limits>
+#include <utility>
+
+namespace {
+
+/// A part of a string, by positions: reading numbers takes no references.
+class Part
+{
+public:
+    explicit Part(AString const &s)
+        : string(s)
+        , size(s.length())
+    {
+    }
+
+    bool empty() const { return size == 0; }
+    AChar at(unsigned long long i) const { return string.getchar(from + i); }
+    void remove_front(unsigned long long n)
+    {
+        from += n;
+        size -= n;
+    }
+    void despace()
+    {
+        while (size > 0 && at(0).is_space())
+            remove_front(1);
+        while (size > 0 && at(size - 1).is_space())
+            --size;
+    }
+    bool is_hex() const { return size >= 2 && at(0) == AChar(U'0') && at(1) == AChar(U'x'); }
+    AStringRuns runs() const { return AStringRuns(string, from, size); }
+
+    /// Takes a sign off the front; true for a minus.
+    bool take_sign()
+    {
+        bool const minus = size > 0 && at(0) == AChar(U'-');
+        if (minus || (size > 0 && at(0) == AChar(U'+')))
+            remove_front(1);
+        return minus;
+    }
+
+private:
+    AString const &string;
+    unsigned long long from = 0;
+    unsigned long long size;
+};
+
+bool read_unsigned(Part part, std::uint64_t *out)
+{
+    part.despace();
+    bool const hex = part.is_hex();
+    if (hex)
+        part.remove_front(2);
+    if (part.empty())
+        return false;
+    std::uint64_t value = 0;
+    for (AStringRuns run = part.runs(); run.next();) {
+        for (unsigned long long i = 0; i < run.size; ++i) {
+            int const digit = hex ? run.text[i].to_hexdigit(-1) : run.text[i].to_digit(-1);
+            if (digit < 0)
+                return false;
+            // Digits of "0x" weigh ten like all others: servers count on it.
+            std::uint64_t const next = value * 10 + static_cast<unsigned int>(digit);
+            if (next < value)
+                return false;
+            value = next;
+        }
+    }
+    *out = value;
+    return true;
+}
+
+bool read_signed(Part part, std::int64_t *out)
+{
+    part.despace();
+    bool const minus = part.take_sign();
+    std::uint64_t magnitude = 0;
+    if (!read_unsigned(part, &magnitude))
+        return false;
+    constexpr std::uint64_t highest = std::numeric_limits<std::int64_t>::max();
+    if (magnitude > highest + (minus ? 1 : 0))
+        return false;
+    *out = static_cast<std::int64_t>(minus ? 0 - magnitude : magnitude);
+    return true;
+}
+
+template <typename T> bool narrow(AString const &s, T *out)
+{
+    std::conditional_t<std::is_signed_v<T>, std::int64_t, std::uint64_t> value = 0;
+    bool read = false;
+    if constexpr (std::is_signed_v<T>)
+        read = read_signed(Part(s), &value);
+    else
+        read = read_unsigned(Part(s), &value);
+    if (!read || !std::in_range<T>(value))
+        return false;
+    if (out)
+        *out = static_cast<T>(value);
+    return true;
+}
+
+/// The digits of \a magnitude with "-" in front if \a minus, padded between to \a width.
+AString print(std::uint64_t magnitude, bool minus, long long width, AChar fill)
+{
+    char digits[20];
+    char const *end = std::to_chars(digits, digits + sizeof digits, magnitude).ptr;
+    unsigned long long const n = static_cast<unsigned long long>(end - digits);
+    if (minus && width != 0)
+        width += width > 0 ? -1 : 1;
+    if (static_cast<unsigned long long>(width < 0 ? -(width + 1) : width - 1) >= n && width != 0) {
+        AString const padded = AString::from_latin1(digits, n).pad(width, fill);
+        return minus ? AString(AChar(U'-')) + padded : padded;
+    }
+    AStringBuilder text(n + (minus ? 1 : 0));
+    if (minus)
+        text.append(U'-');
+    text.append_latin1(digits, n);
+    return text.take();
+}
+
+/// The 16 fractional bits of the digits behind a point.
+bool read_fraction(AString const &digits, std::uint32_t *out)
+{
+    std::uint64_t acc = 0;
+    for (unsigned long long i = digits.length(); i > 0; --i) {
+        int const digit = digits.getchar(i - 1).to_digit(-1);
+        if (digit < 0)
+            return false;
+        acc = ((static_cast<std::uint64_t>(digit) << 60) + acc) / 10;
+    }
+    *out = static_cast<std::uint32_t>(acc >> 44 & 0xffffu);
+    return true;
+}
+
+/// A speed as a ratio, the "X" behind it already gone.
+bool read_ratio(AString text, int *out)
+{
+    bool const minus = text.firstchar() == AChar(U'-');
+    if (minus || text.firstchar() == AChar(U'+'))
+        text = text.remove_front(1);
+    long long const point = text.find(AChar(U'.'));
+    AString const whole_text = point < 0 ? text : text.left(static_cast<unsigned long long>(point));
+    AString const fraction_text
+        = point < 0 ? AString() : text.mid(static_cast<unsigned long long>(point) + 1);
+    AString const hex = AString::l1("0x");
+    if (whole_text.has_prefix(hex) || fraction_text.has_prefix(hex))
+        return false;
+    std::uint64_t whole = 0;
+    std::uint32_t fraction = 0;
+    if (!whole_text.empty() && !whole_text.to_uint64_t(&whole))
+        return false;
+    if (whole > (minus ? 32768u : 32767u) || !read_fraction(fraction_text, &fraction))
+        return false;
+    std::uint32_t const speed = static_cast<std::uint32_t>(whole) << 16 | fraction;
+    *out = static_cast<int>(minus ? 0 - speed : speed);
+    return true;
+}
+
+} // namespace
+
+bool AString::to_int8_t(std::int8_t *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_int16_t(std::int16_t *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_int32_t(std::int32_t *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_int64_t(std::int64_t *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_uint8_t(std::uint8_t *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_uint16_t(std::uint16_t *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_uint32_t(std::uint32_t *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_uint64_t(std::uint64_t *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_short(short *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_unsigned_short(unsigned short *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_int(int *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_unsigned(unsigned int *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_long_long(long long *out) const
+{
+    return narrow(*this, out);
+}
+
+bool AString::to_unsigned_long_long(unsigned long long *out) const
+{
+    return narrow(*this, out);
+}
+
+AString AString::from_int64_t(std::int64_t value, long long width, AChar fill)
+{
+    std::uint64_t const bits = static_cast<std::uint64_t>(value);
+    return print(value < 0 ? 0 - bits : bits, value < 0, width, fill);
+}
+
+AString AString::from_uint64_t(std::uint64_t value, long long width, AChar fill)
+{
+    return print(value, false, width, fill);
+}
+
+bool AString::to_speed(int *out) const
+{
+    AString const text = despace();
+    if (text.empty())
+        return false;
+    int speed = 0;
+    if (text.lastchar() == AChar(U'X')) {
+        if (!read_ratio(text.remove_end(1), &speed))
+            return false;
+    } else if (!text.to_int(&speed)) {
+        unsigned int raw = 0;
+        if (!text.to_unsigned(&raw))
+            return false;
+        speed = static_cast<int>(raw);
+    }
+    if (out)
+        *out = speed;
+    return true;
+}
+
+AString AString::from_speed(int speed, unsigned int precision)
+{
+    unsigned int const bits = static_cast<unsigned int>(speed);
+    unsigned int const magnitude = speed < 0 ? 0 - bits : bits;
+    unsigned int fraction = magnitude & 0xffffu;
+    if (precision == 0 || fraction == 0)
+        return sprintf("%s%uX", speed < 0 ? "-" : "", (magnitude + 32768) >> 16);
+
+    // 16 digits hold 16 bits exactly: more could only add zeros, which go again.
+    precision = std::min(precision, 16u);
+    unsigned long long digits = 0;
+    unsigned long long limit = 1;
+    for (unsigned int i = 0; i < precision; ++i) {
+        fraction *= 10;
+        digits = digits * 10 + (fraction >> 16);
+        fraction &= 0xffffu;
+        limit *= 10;
+    }
+    unsigned int whole = magnitude >> 16;
+    if (fraction >= 32768 && ++digits == limit) {
+        digits = 0;
+        ++whole;
+    }
+    bool const minus = speed < 0 && (whole != 0 || digits != 0);
+    char text[48];
+    int n = std::snprintf(text, sizeof text, "%s%u.%0*llu", minus ? "-" : "", whole,
+        static_cast<int>(precision), digits);
+    while (text[n - 1] == '0')
+        --n;
+    if (text[n - 1] == '.')
+        --n;
+    text[n++] = 'X';
+    return from_latin1(text, static_cast<unsigned long long>(n));
+}
+
+std::uint32_t AString::to_ipaddr(std::uint32_t otherwise) const
+{
+    AStringList const parts = split(AString(AChar(U'.')), true);
+    if (parts.size() != 4)
+        return otherwise;
+    std::uint32_t address = 0;
+    unsigned int shift = 0;
+    for (AString const &part : parts) {
+        std::uint8_t byte = 0;
+        if (!part.to_uint8_t(&byte))
+            return otherwise;
+        address |= static_cast<std::uint32_t>(byte) << shift;
+        shift += 8;
+    }
+    return address;
+}
+
+AString AString::from_ipaddr(std::uint32_t address)
+{
+    return sprintf(
+        "%u.%u.%u.%u", address & 0xffu, address >> 8 & 0xffu, address >> 16 & 0xffu, address >> 24);
+}
+
+AString AString::sprintf(char const *format, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    AString result = vsprintf(format, arguments);
+    va_end(arguments);
+    return result;
+}
+
+AString AString::vsprintf(char const *format, std::va_list arguments)
+{
+    char text[2048];
+    if (std::vsnprintf(text, sizeof text, format, arguments) < 0)
+        return {};
+    return from_latin1z(text, sizeof text);
+}
