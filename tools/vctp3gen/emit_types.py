@@ -1,0 +1,382 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Enumerations, records, the readers and writers of both, and the words of the protocol."""
+from out import banner, break_line, join
+
+BASE = "kestrel/mod/vctp3/tarnlibapi"
+PROTOCOL = f"{BASE}/protocol"
+
+
+def include(*paths):
+    return [f'#include "{path}"' for path in paths]
+
+
+def in_namespace(lines):
+    return ["", "namespace VCTP3 {", "", *lines, "", "} // namespace VCTP3"]
+
+
+def text(lines):
+    return "\n".join(lines) + "\n"
+
+
+def parameter(kind, name):
+    """A parameter of a virtual function or a signal: objects by reference, numbers by value."""
+    return f"{kind.cpp} const &{name}" if kind.is_class else f"{kind.cpp} {name}"
+
+
+def sentence(words):
+    """Table text as a doc comment: a capital in front, a full stop behind."""
+    return words[:1].upper() + words[1:] + "."
+
+
+# enumerations
+
+
+def enums_h(vocabulary):
+    lines = []
+    for enum in vocabulary.enums.values():
+        name = enum.name
+        lines += [
+            f"/// {sentence(enum.meaning)}",
+            break_line(f"enum class {name} : int {{ " + ", ".join(enum.enumerators) + " };"),
+            f"/// {name}: the wire name; the empty string for a value out of range.",
+            f"TARN_EXPORT AString {name}_to_string({name} value);",
+            f"/// {name}: exact, case-sensitive. Unknown: false, *value untouched. value may be null.",
+            f"TARN_EXPORT bool string_to_{name}(AString const &name, {name} *value);",
+            f"/// {name}: whether \\a value is one of its {len(enum.names)} values.",
+            f"TARN_EXPORT bool valid_{name}(int value);",
+            f"/// {name}: the table behind these functions.",
+            f"TARN_EXPORT EnumString const &{name}_names();",
+            "",
+        ]
+    return text([
+        banner("enums.tbl"),
+        "#pragma once",
+        "",
+        *include(f"{PROTOCOL}/enum_string.h"),
+        *in_namespace(lines[:-1]),
+    ])
+
+
+def enums_cpp(vocabulary):
+    lines = []
+    for enum in vocabulary.enums.values():
+        name = enum.name
+        rows = ", ".join(f'{{{number}, "{wire}"}}' for number, wire in enumerate(enum.names))
+        lines += [
+            f"EnumString const &{name}_names()",
+            "{",
+            break_line(f"    static constexpr EnumString::ByLatin1 rows[] = {{{rows}}};"),
+            "    static EnumString const table(rows, std::size(rows), -1, AString());",
+            "    return table;",
+            "}",
+            "",
+            f"AString {name}_to_string({name} value)",
+            "{",
+            f"    return {name}_names().to_name(static_cast<int>(value));",
+            "}",
+            "",
+            f"bool string_to_{name}(AString const &name, {name} *value)",
+            "{",
+            "    int found = 0;",
+            f"    if (!{name}_names().valid_name(name, &found))",
+            "        return false;",
+            "    if (value)",
+            f"        *value = static_cast<{name}>(found);",
+            "    return true;",
+            "}",
+            "",
+            f"bool valid_{name}(int value)",
+            "{",
+            f"    return value >= 0 && value < {len(enum.names)};",
+            "}",
+            "",
+        ]
+    return text([
+        banner("enums.tbl"),
+        *include(f"{PROTOCOL}/enums.h"),
+        "",
+        "#include <iterator>",
+        *in_namespace(lines[:-1]),
+    ])
+
+
+# records
+
+
+def _collection(kind):
+    """A set or a vector: a class of its own, so that it can be declared without this header."""
+    item = kind.item.type
+    what = "values without duplicates" if kind.kind == "set" else "values"
+    base = f"ValueVector<{item.cpp}, {kind.capacity}>"
+    body = " { };"
+    if kind.kind == "set":
+        base = f"ValueSet<{item.cpp}, {kind.capacity}, valid_{item.name}>"
+        body = "\n{\npublic:\n    using ValueSet::ValueSet;\n};"
+    return [
+        f"/// At most {kind.capacity} {what}, each an element {kind.item.name}.",
+        f"class {kind.name} : public {base}{body}",
+        "",
+    ]
+
+
+def _record(record):
+    lines = [f"/// {sentence(record.meaning)}", f"struct TARN_EXPORT {record.name}", "{"]
+    for one in record.fields:
+        kind = one.type
+        if one.presence == "?":
+            lines.append(f"    bool has_{one.member} = false;")
+        lines.append(f"    {kind.cpp} {one.member}{kind.initial};")
+    setters = [one for one in record.fields if one.setter]
+    if setters:
+        lines.append("")
+    for one in setters:
+        lines += [
+            f"    void {one.setter}({parameter(one.type, 'value')})",
+            "    {",
+            f"        has_{one.member} = true;",
+            f"        {one.member} = value;",
+            "    }",
+        ]
+    lines += [
+        "",
+        "    /// The value of an absent field does not count.",
+        f"    friend TARN_EXPORT bool operator==({record.name} const &a, {record.name} const &b);",
+        "    /// By the fields in order; an absent field sorts before every value.",
+        f"    friend TARN_EXPORT bool operator<({record.name} const &a, {record.name} const &b);",
+        "};",
+    ]
+    return lines
+
+
+def records_h(vocabulary):
+    lines, defined = [], set()
+
+    def collections_ready():
+        """Sets, and vectors whose items are complete types by now."""
+        for kind in vocabulary.collections.values():
+            item = kind.item.type
+            if kind.kind == "list" or kind.name in defined:
+                continue
+            if item.kind == "record" and item.name not in defined:
+                continue
+            defined.add(kind.name)
+            lines.extend(_collection(kind))
+
+    collections_ready()
+    for record in vocabulary.records_by_need():
+        lines.extend([*_record(record), ""])
+        defined.add(record.name)
+        collections_ready()
+    return text([
+        banner("records.tbl and collections.tbl"),
+        "#pragma once",
+        "",
+        *include(f"{PROTOCOL}/enums.h", f"{PROTOCOL}/value_set.h", f"{PROTOCOL}/value_vector.h"),
+        "",
+        "#include <list>",
+        *in_namespace(lines[:-1]),
+    ])
+
+
+def records_cpp(vocabulary):
+    lines = []
+    for record in vocabulary.records_by_need():
+        name = record.name
+
+        def arguments(one):
+            if one.presence == "?":
+                flag = f"has_{one.member}"
+                return f"a.{flag}, a.{one.member}, b.{flag}, b.{one.member}"
+            return f"a.{one.member}, b.{one.member}"
+
+        same = [f"same({arguments(one)})" for one in record.fields]
+        lines += [
+            f"bool operator==({name} const &a, {name} const &b)",
+            "{",
+            "    return " + "\n        && ".join(same) + ";",
+            "}",
+            "",
+            f"bool operator<({name} const &a, {name} const &b)",
+            "{",
+            "    int order = 0;",
+            *[f"    order = order ? order : compare({arguments(one)});" for one in record.fields],
+            "    return order < 0;",
+            "}",
+            "",
+        ]
+    return text([
+        banner("records.tbl"),
+        *include(f"{PROTOCOL}/records.h", f"{PROTOCOL}/record_order_p.h"),
+        *in_namespace(lines[:-1]),
+    ])
+
+
+# readers and writers
+
+
+def _xml_types(vocabulary):
+    """(C++ type, the type) of every generated reader and writer, in an order of need."""
+    for enum in vocabulary.enums.values():
+        yield vocabulary.elements[enum.name].type
+    for kind in vocabulary.collections.values():
+        yield kind
+    for record in vocabulary.records.values():
+        yield vocabulary.elements[record.name].type
+
+
+def record_xml_h(vocabulary):
+    readers, writers = [], []
+    for kind in _xml_types(vocabulary):
+        readers.append(join("TARN_EXPORT bool read_element",
+                            ["XMLTree const &parent", "AString const &tag", f"{kind.cpp} *out",
+                             "AString *error"], ";"))
+        writers.append(join("TARN_EXPORT XMLTree write_element",
+                            ["AString const &tag", parameter(kind, "value")], ";"))
+    return text([
+        banner("enums.tbl, records.tbl and collections.tbl"),
+        "#pragma once",
+        "",
+        *include(f"{PROTOCOL}/leaf_xml.h", f"{PROTOCOL}/records.h"),
+        *in_namespace([
+            "/// \\name Reading of the protocol's types",
+            "/// The element is \\a parent itself where it has the tag, or else its only child of that",
+            "/// tag. On failure: false, *out untouched, the reason in *error.",
+            "/// @{",
+            *readers,
+            "/// @}",
+            "",
+            "/// \\name Writing of the protocol's types",
+            "/// An element of that tag; optional fields that are not set are left out.",
+            "/// @{",
+            *writers,
+            "/// @}",
+        ]),
+    ])
+
+
+def _speed(kind):
+    return "_speed" if kind.is_speed else ""
+
+
+def read_field(one, target):
+    """The statement that reads one field into `target`, a member access or a variable name."""
+    word = f"Word::{one.tag}"
+    if one.presence == "!":
+        return f"    fields.flag({word}, &{target});"
+    return f"    fields.need{_speed(one.type)}({word}, &{target});"
+
+
+def _record_reader(record):
+    lines = [
+        join("bool read_element", ["XMLTree const &parent", "AString const &tag",
+                                   f"{record.name} *out", "AString *error"], ""),
+        "{",
+        "    FieldReader fields(parent, tag, error);",
+        f"    {record.name} value;",
+    ]
+    for one in record.fields:
+        if one.presence == "?":
+            lines.append(f"    fields.take{_speed(one.type)}(Word::{one.tag}, "
+                         f"&value.has_{one.member}, &value.{one.member});")
+        else:
+            lines.append(read_field(one, f"value.{one.member}"))
+    lines += [
+        "    if (!fields.ok())",
+        "        return false;",
+        "    *out = std::move(value);",
+        "    return true;",
+        "}",
+    ]
+    return lines
+
+
+def _record_writer(record):
+    lines = [
+        f"XMLTree write_element(AString const &tag, {record.name} const &value)",
+        "{",
+        "    ElementBuilder element(tag);",
+    ]
+    for one in record.fields:
+        word, access = f"Word::{one.tag}", f"value.{one.member}"
+        if one.presence == "!":
+            lines.append(f"    element.add_flag({word}, {access});")
+        elif one.presence == "?":
+            lines.append(f"    element.add{_speed(one.type)}_if(value.has_{one.member}, {word}, "
+                         f"{access});")
+        else:
+            lines.append(f"    element.add{_speed(one.type)}({word}, {access});")
+    return lines + ["    return element.take();", "}"]
+
+
+def record_xml_cpp(vocabulary):
+    lines = []
+    for kind in _xml_types(vocabulary):
+        head = join("bool read_element", ["XMLTree const &parent", "AString const &tag",
+                                          f"{kind.cpp} *out", "AString *error"], "")
+        write_head = f"XMLTree write_element(AString const &tag, {parameter(kind, 'value')})"
+        if kind.kind == "record":
+            record = vocabulary.records[kind.name]
+            lines += _record_reader(record) + [""] + _record_writer(record) + [""]
+            continue
+        if kind.kind == "enum":
+            read = f'read_enum(parent, tag, {kind.name}_names(), "{kind.name}", out, error)'
+            write = f"XMLTree(tag, {kind.name}_to_string(value))"
+        else:
+            item = f"Word::{kind.item.name}"
+            read = f"read_{kind.kind}(parent, tag, {item}, out, error)"
+            write = f"write_items(tag, {item}, value)"
+        lines += [head, "{", f"    return {read};", "}", ""]
+        lines += [write_head, "{", f"    return {write};", "}", ""]
+    return text([
+        banner("enums.tbl, records.tbl and collections.tbl"),
+        *include(f"{PROTOCOL}/record_xml.h", f"{PROTOCOL}/collection_xml_p.h",
+                 f"{PROTOCOL}/element_builder_p.h", f"{PROTOCOL}/field_reader_p.h"),
+        *in_namespace(lines[:-1]),
+    ])
+
+
+# words
+
+
+def words_p_h(vocabulary):
+    words = vocabulary.words()
+    messages = [f"reply_{name}" for name in vocabulary.replies]
+    messages += [f"report_{name}" for name in vocabulary.reports]
+    return text([
+        banner("all tables"),
+        "#pragma once",
+        "",
+        *include(f"{BASE}/base/astring.h"),
+        *in_namespace([
+            "/// Every tag of the protocol.",
+            "enum class Word : unsigned short {",
+            *[f"    {word}," for word in words],
+            "};",
+            "",
+            "/// The text of a word, one string shared by the whole process.",
+            "TARN_EXPORT AString const &word(Word id);",
+            "",
+            "/// Replies and, behind them, reports by their number in the tables.",
+            "enum class MessageId : unsigned char {",
+            *[f"    {message}," for message in messages],
+            "};",
+        ]),
+    ])
+
+
+def words_cpp(vocabulary):
+    words = vocabulary.words()
+    return text([
+        banner("all tables"),
+        *include(f"{PROTOCOL}/words_p.h", f"{PROTOCOL}/word_list_p.h"),
+        *in_namespace([
+            "AString const &word(Word id)",
+            "{",
+            "    static constexpr char const *texts[] = {",
+            *[f'        "{name}",' for name in words],
+            "    };",
+            "    static WordList const list(texts);",
+            "    return list[static_cast<unsigned int>(id)];",
+            "}",
+        ]),
+    ])
