@@ -3,7 +3,6 @@
 #include "tests/support/assert_log.h"
 
 #include <QPointer>
-#include <QSignalSpy>
 #include <QTest>
 #include <atomic>
 
@@ -83,13 +82,13 @@ void TestAThreadedObject::moved_to_another_kind_of_thread_is_an_assertion()
     AssertLog log;
     auto *worker = new Worker;
     QPointer<AThread> const own(worker->thread());
-    worker->start_thread();
     QThread *const here = QThread::currentThread();
     std::atomic<bool> moved{false};
     QMetaObject::invokeMethod(worker, [&, worker] {
         worker->moveToThread(here);
         moved = true;
     });
+    worker->start_thread();
     QTRY_VERIFY(moved);
     QVERIFY(worker->thread() == nullptr);
     QCOMPARE(log.take(), QStringList{QStringLiteral("t != nullptr")});
@@ -102,12 +101,14 @@ void TestAThreadedObject::delete_later_ends_the_thread()
 {
     auto *worker = new Worker;
     QPointer<AThread> const thread(worker->thread());
-    QSignalSpy finished(worker->thread(), &QThread::finished);
+    std::atomic<int> finished{0};
+    connect(
+        thread, &QThread::finished, this, [&] { ++finished; }, Qt::DirectConnection);
     worker->start_thread();
     QTRY_COMPARE(worker->inits.load(), 1);
     worker->deleteLater();
     QTRY_VERIFY(!thread);
-    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.load(), 1);
 }
 
 void TestAThreadedObject::unstarted_object_leaves_nothing()
@@ -124,9 +125,10 @@ void TestAThreadedObject::base_class_can_be_started()
 {
     auto *object = new AThreadedObject;
     QPointer<AThread> const thread(object->thread());
-    QSignalSpy started(object->thread(), &QThread::started);
+    bool started = false;
+    connect(thread, &QThread::started, this, [&] { started = true; });
     object->start_thread();
-    QTRY_COMPARE(started.count(), 1);
+    QTRY_VERIFY(started);
     object->deleteLater();
     QTRY_VERIFY(!thread);
 }
