@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+// Made by vctp3gen from api_command.h.in and commands.tbl; do not edit.
+#pragma once
+
+#include "kestrel/mod/vctp3/tarnlibapi/base/portable_mutex.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/api_parser2.h"
+
+namespace VCTP3 {
+
+/// Builds and writes the commands. Each `cmd_x` sends the command `x` under a transaction id that
+/// the server will return; what comes of it is up to `reply_*`.
+///
+/// A command with optional parameters has a full form, in which a flag before each of them tells
+/// whether it is present, and short forms that take the first 0, 1, ... of them.
+/// Thread: commands from any; messages of several threads are written one after the other.
+class TARN_EXPORT APICommand : public APIParser2
+{
+public:
+    /// Writes one message.
+    void send(XMLTree const &message);
+
+    /// Called at the head of every `send`. A null callable ends that.
+    void set_send_debug_hook(AFunction1<XMLTree const &> const &hook);
+
+    // Driving
+    /// Answer: ok.
+    void cmd_stop(AString const &xid);
+    /// Sends OtherCar Offset? Rate? Quiet!. Answer: ok.
+    void cmd_drive(AString const &xid, Car const &other_car, bool has_offset, int const &offset,
+        bool has_rate, Rate const &rate, bool has_quiet, bool const &quiet);
+    void cmd_drive(AString const &xid, Car const &other_car);
+    void cmd_drive(AString const &xid, Car const &other_car, int const &offset);
+    void cmd_drive(AString const &xid, Car const &other_car, int const &offset, Rate const &rate);
+    void cmd_drive(AString const &xid, Car const &other_car, int const &offset, Rate const &rate,
+        bool const &quiet);
+
+    // Asking
+    /// Sends Count. Answer: car* ok.
+    void cmd_cars(AString const &xid, unsigned int const &count);
+    /// Sends SideSet Speed?. Answer: road.
+    void cmd_get_road(AString const &xid, SideSet const &side_set, bool has_speed,
+        int const &speed);
+    void cmd_get_road(AString const &xid, SideSet const &side_set);
+    void cmd_get_road(AString const &xid, SideSet const &side_set, int const &speed);
+
+protected:
+    /// The transport: takes all \a size bytes, or loses them. A message comes in blocks of 1500
+    /// bytes and a rest, so a small one comes whole.
+    virtual void send(void const *data, unsigned long long size) = 0;
+
+private:
+    AFunction1<XMLTree const &> send_debug_hook;
+    PortableMutex send_mutex; // held while a message is written; taken after no other lock
+};
+
+} // namespace VCTP3

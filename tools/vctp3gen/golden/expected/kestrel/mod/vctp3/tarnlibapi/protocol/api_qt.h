@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: Apache-2.0
+// Made by vctp3gen from api_qt.h.in, commands.tbl and reports.tbl; do not edit.
+#pragma once
+
+#include "kestrel/mod/vctp3/tarnlibapi/base/aoption.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/callback_groups.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_tree.h"
+
+#include <QAbstractSocket>
+#include <QHostAddress>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+class QTcpSocket;
+class XMLParseEngine2;
+
+namespace VCTP3 {
+
+class APIQtImpl;
+
+/// The protocol for applications: a socket to one server, parsing on a thread of its own, answers
+/// as signals of callback groups, and reports as signals of this object.
+///
+/// A command goes with a group, whose signals then tell its answers, or without. A command that is
+/// sent while there is no connection fails with it.
+/// Thread: its owner's. Every signal is emitted there; commands are sent from there.
+class TARN_EXPORT APIQt : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit APIQt(QObject *parent = nullptr);
+    /// Every command in flight is dropped; no signal comes of it.
+    ~APIQt() override;
+
+    /// Starts a connection to port 8913. Commands in flight fail first.
+    void connect_to_server(QHostAddress const &server);
+    /// The same by name, over any version of the internet protocol.
+    void connect_to_server(QString const &server);
+    void disconnect_from_server();
+    /// Connects again to the last name or address; does nothing if there was none.
+    void reconnect();
+    bool is_connected() const;
+    /// Whether the connected peer is the IPv4 or IPv6 loopback address; false while not connected.
+    bool is_localhost() const;
+
+    /// Ends every command in flight by the error signal of its group.
+    void fail_all_pending_commands();
+    /// Called with each message before it is written. A null callable ends that.
+    void set_send_debug_hook(AFunction1<XMLTree const &> const &hook);
+    /// Called with each message before it is parsed. A null callable ends that.
+    void set_receive_debug_hook(AFunction1<XMLTree const &> const &hook);
+
+    // Driving
+    /// Answer: ok.
+    void cmd_stop(CallbackGroup_set1 const &group);
+    void cmd_stop();
+    /// Sends OtherCar Offset? Rate? Quiet!. Answer: ok.
+    void cmd_drive(Car const &other_car, bool has_offset, int const &offset, bool has_rate,
+        Rate const &rate, bool has_quiet, bool const &quiet, CallbackGroup_set1 const &group);
+    void cmd_drive(Car const &other_car, bool has_offset, int const &offset, bool has_rate,
+        Rate const &rate, bool has_quiet, bool const &quiet);
+    void cmd_drive(Car const &other_car, CallbackGroup_set1 const &group);
+    void cmd_drive(Car const &other_car);
+    void cmd_drive(Car const &other_car, int const &offset, CallbackGroup_set1 const &group);
+    void cmd_drive(Car const &other_car, int const &offset);
+    void cmd_drive(Car const &other_car, int const &offset, Rate const &rate,
+        CallbackGroup_set1 const &group);
+    void cmd_drive(Car const &other_car, int const &offset, Rate const &rate);
+    void cmd_drive(Car const &other_car, int const &offset, Rate const &rate, bool const &quiet,
+        CallbackGroup_set1 const &group);
+    void cmd_drive(Car const &other_car, int const &offset, Rate const &rate, bool const &quiet);
+
+    // Asking
+    /// Sends Count. Answer: car* ok.
+    void cmd_cars(unsigned int const &count, CallbackGroup_set2 const &group);
+    void cmd_cars(unsigned int const &count);
+    /// Sends SideSet Speed?. Answer: road.
+    void cmd_get_road(SideSet const &side_set, bool has_speed, int const &speed,
+        CallbackGroup_set3 const &group);
+    void cmd_get_road(SideSet const &side_set, bool has_speed, int const &speed);
+    void cmd_get_road(SideSet const &side_set, CallbackGroup_set3 const &group);
+    void cmd_get_road(SideSet const &side_set);
+    void cmd_get_road(SideSet const &side_set, int const &speed, CallbackGroup_set3 const &group);
+    void cmd_get_road(SideSet const &side_set, int const &speed);
+
+Q_SIGNALS:
+    void connected();
+    void disconnected();
+    void stateChanged(QAbstractSocket::SocketState state);
+
+    void report_passed(Side side, AString const &name, AOption<int> const &speed);
+    void report_lamp(Side side, bool open);
+    void report_names(std::list<AString> const &names);
+
+protected:
+    /// Writes to the socket. While not connected the bytes are lost and all pending commands fail.
+    virtual void send(void const *data, unsigned long long size);
+    /// Sees every message before it is parsed, and keeps it from that by returning true.
+    virtual bool parse_intercept(XMLTree const &message);
+
+    // Each emits the signal of its report; to override one is to act before or instead of that.
+    virtual void do_report_passed(Side side, AString const &name, AOption<int> const &speed);
+    virtual void do_report_lamp(Side side, bool open);
+    virtual void do_report_names(std::list<AString> const &names);
+
+private Q_SLOTS:
+    void slot_stateChanged(QAbstractSocket::SocketState state);
+    void slot_readyRead();
+    void slot_xmlReady();
+
+private:
+    friend class APIQtImpl;
+
+    std::unique_ptr<APIQtImpl> impl;
+    std::unique_ptr<XMLParseEngine2> parser;
+    bool has_host = false;
+    QString host;
+    bool has_address = false;
+    QHostAddress address;
+    QTcpSocket *socket = nullptr; // child of this object
+};
+
+} // namespace VCTP3

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+// Made by vctp3gen from api_qt_impl_p.h.in and reports.tbl; do not edit.
+#pragma once
+
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/api.h"
+
+namespace VCTP3 {
+
+class APIQt;
+
+/// The command side of an `APIQt`: hands its bytes and every report on to it.
+class APIQtImpl : public API
+{
+public:
+    explicit APIQtImpl(APIQt *of)
+        : owner(of)
+    {
+    }
+
+    using API::send;
+
+protected:
+    void send(void const *data, unsigned long long size) override;
+
+    void report_passed(Side side, AString const &name, AOption<int> const &speed) override;
+    void report_lamp(Side side, bool open) override;
+    void report_names(std::list<AString> const &names) override;
+
+private:
+    APIQt *const owner;
+};
+
+} // namespace VCTP3
