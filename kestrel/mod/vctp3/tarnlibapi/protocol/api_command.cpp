@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/api_command.h"
+
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/send_ring_p.h"
+
+namespace VCTP3 {
+
+void APICommand::set_send_debug_hook(AFunction1<XMLTree const &> const &hook)
+{
+    send_debug_hook = hook;
+}
+
+void APICommand::send(XMLTree const &message)
+{
+    send_debug_hook.run(message);
+    PortableMutexLock const lock(send_mutex);
+    SendRing ring([this](char const *data, std::size_t size) { send(data, size); });
+    using Ring = decltype(ring);
+    AFunction2<char const *, unsigned long long> const sink(
+        [](void *to, char const *data, unsigned long long size) {
+            static_cast<Ring *>(to)->write(data, size);
+        },
+        &ring);
+    message.send_utf8(sink, XMLTree::FlattenLines, true);
+    ring.flush();
+}
+
+} // namespace VCTP3

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/api_parser.h"
+
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/leaf_xml.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/tag_table_p.h"
+
+namespace VCTP3 {
+
+void APIParser::set_receive_debug_hook(AFunction1<XMLTree const &> const &hook)
+{
+    receive_debug_hook = hook;
+}
+
+void APIParser::parse(XMLTree const &message)
+{
+    receive_debug_hook.run(message);
+    first_error = FirstError();
+
+    bool const is_reply = message.has_tag(word(Word::reply));
+    if (!is_reply && !message.has_tag(word(Word::report))) {
+        store_error(AString(), AString::l1("XML Message is not a <reply> or <report> message"));
+        return;
+    }
+    AString xid;
+    AString error;
+    if (is_reply && !read_element(message, word(Word::xid), &xid, &error)) {
+        store_error(AString(), error);
+        return;
+    }
+
+    MessageTable const &table = is_reply ? reply_table() : report_table();
+    XMLTree const *command = nullptr;
+    Handler const *handler = nullptr;
+    for (XMLTree const &child : message.children()) {
+        Handler const *known = table.find(child.get_tag());
+        if (!known)
+            continue;
+        if (handler) {
+            store_error(xid, AString::l1("XML Message contains multiple commands"));
+            return;
+        }
+        handler = known;
+        command = &child;
+    }
+    if (!handler) {
+        store_error(xid, AString::l1("XML Message contains no commands"));
+        return;
+    }
+    (*handler)(*this, *command, xid);
+}
+
+void APIParser::store_error(AString const &xid, AString const &text)
+{
+    if (!first_error.ok)
+        return;
+    first_error.ok = false;
+    first_error.xid = xid;
+    first_error.text = text;
+}
+
+} // namespace VCTP3

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+
+namespace VCTP3 {
+
+/// Gathers the pieces of a message into blocks near the size of a network frame. A small message
+/// becomes a single write. Each message has its own, so that a message that is sent from within
+/// the sink does no harm.
+template <typename Sink> class SendRing
+{
+public:
+    static constexpr std::size_t size = 1500;
+
+    explicit SendRing(Sink to)
+        : sink(to)
+    {
+    }
+
+    void write(char const *data, std::size_t count);
+    void flush();
+
+private:
+    Sink sink;
+    std::size_t held = 0;
+    char ring[size];
+};
+
+template <typename Sink> void SendRing<Sink>::write(char const *data, std::size_t count)
+{
+    while (count > 0) {
+        if (held == 0 && count >= size) {
+            sink(data, count);
+            return;
+        }
+        std::size_t const part = count < size - held ? count : size - held;
+        for (std::size_t i = 0; i < part; ++i)
+            ring[held + i] = data[i];
+        held += part;
+        data += part;
+        count -= part;
+        if (held == size)
+            flush();
+    }
+}
+
+template <typename Sink> void SendRing<Sink>::flush()
+{
+    if (held == 0)
+        return;
+    std::size_t const count = held;
+    held = 0;
+    sink(ring, count);
+}
+
+} // namespace VCTP3

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/words_p.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace VCTP3 {
+
+/// Finds what belongs to a tag: a hashed table, at most half full, that is filled once.
+/// Thread: any.
+template <typename Value> class TagTable
+{
+public:
+    struct Row
+    {
+        Word tag;
+        Value value;
+    };
+
+    template <std::size_t count> explicit TagTable(Row const (&rows)[count])
+    {
+        static_assert(count <= size / 2);
+        for (Row const &row : rows) {
+            std::size_t at = place(word(row.tag));
+            while (slots[at].row)
+                at = (at + 1) % size;
+            slots[at] = {&row, word(row.tag)};
+        }
+    }
+
+    /// Null for a tag that is not in the table.
+    Value const *find(AString const &tag) const
+    {
+        for (std::size_t at = place(tag); slots[at].row; at = (at + 1) % size) {
+            if (slots[at].tag == tag)
+                return &slots[at].row->value;
+        }
+        return nullptr;
+    }
+
+private:
+    static constexpr std::size_t size = 512;
+
+    struct Slot
+    {
+        Row const *row = nullptr;
+        AString tag;
+    };
+
+    std::size_t place(AString const &tag) const
+    {
+        AChar const *run = nullptr;
+        unsigned long long const length = tag.linear_access(tag.get_first_position(), &run);
+        std::uint32_t hash = 2166136261U;
+        for (unsigned long long i = 0; i < length; ++i)
+            hash = (hash ^ run[i].ord()) * 16777619U;
+        return (hash ^ (hash >> 16)) % size;
+    }
+
+    std::array<Slot, size> slots;
+};
+
+} // namespace VCTP3

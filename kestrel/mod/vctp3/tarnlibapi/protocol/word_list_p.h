@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_name.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace VCTP3 {
+
+/// Names that are known to the parsers from its making on.
+class WordList
+{
+public:
+    template <std::size_t count> explicit WordList(char const *const (&texts)[count])
+    {
+        names.reserve(count);
+        for (char const *text : texts)
+            names.emplace_back(text);
+    }
+
+    AString const &operator[](unsigned int index) const { return names[index].text(); }
+
+private:
+    std::vector<XMLName> names;
+};
+
+} // namespace VCTP3
