@@ -22,7 +22,7 @@ RANK = [
 # Of the protocol folder these stand on the toolkit's sockets and threads; nothing else of the
 # core may include them.
 TOOLKIT_SIDE = {CORE + "protocol/" + name for name in (
-    "api_qt.h", "api_qt_impl.h", "callback_groups.h", "callback_group_helper.h",
+    "api_qt.h", "api_qt_impl.h", "api_qt_impl_p.h", "callback_groups.h", "callback_group_helper.h",
     "xml_parse_engine2.h")}
 # What each root outside the library may include besides itself.
 OUTSIDE = {
