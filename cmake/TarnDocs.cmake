@@ -2,7 +2,9 @@
 # Reference of the public headers. Any warning of doxygen fails the target.
 find_package(Doxygen QUIET)
 if(DOXYGEN_FOUND)
-  string(REPLACE ";" " \\\n    " TARN_DOC_INPUT "${plain};${generated};${PROJECT_SOURCE_DIR}/README.md;${PROJECT_SOURCE_DIR}/docs/architecture.md;${PROJECT_SOURCE_DIR}/docs/threads.md")
+  file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
+  list(PREPEND pages ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md)
+  string(REPLACE ";" " \\\n    " TARN_DOC_INPUT "${plain};${generated};${pages}")
   configure_file(docs/Doxyfile.in ${PROJECT_BINARY_DIR}/Doxyfile @ONLY)
   add_custom_target(docs
     COMMAND ${DOXYGEN_EXECUTABLE} ${PROJECT_BINARY_DIR}/Doxyfile

@@ -35,13 +35,9 @@ cmake --build "$work/cmake/build"
 PKG_CONFIG_PATH="$libdir/pkgconfig" g++ "$work/first.cpp" -o "$work/by_pkg_config" -fPIC \
     $(PKG_CONFIG_PATH="$libdir/pkgconfig" pkg-config --cflags --libs tarn)
 
-"$work/prefix/bin/vesk-sim" --address "$address" --demo --run-time 120 >"$work/sim.log" 2>&1 &
-server=$!
-for _ in $(seq 200); do
-    grep -q listening "$work/sim.log" && break
-    kill -0 "$server" 2>/dev/null || { cat "$work/sim.log"; fail "the simulator did not start"; }
-    sleep 0.05
-done
+coproc "$work/prefix/bin/vesk-sim" --address "$address" --demo --run-time 120
+server=$COPROC_PID
+read -r -t 20 line <&"${COPROC[0]}" && [[ $line == "listening on"* ]] || fail "the simulator did not start"
 for program in "$work/cmake/build/consumer" "$work/by_pkg_config"; do
     timeout 20 "$program" "$address" >"$work/out.txt" 2>&1 || { cat "$work/out.txt"; fail "$program failed"; }
     grep -q 'channel A: play' "$work/out.txt" || { cat "$work/out.txt"; fail "$program saw no play"; }

@@ -525,7 +525,9 @@ private:
     AChar const *run_end = nullptr;
 };
 
+/// \cond
 template <> struct std::hash<AString>
 {
     std::size_t operator()(AString const &s) const noexcept { return s.hash(); }
 };
+/// \endcond
