@@ -12,6 +12,7 @@ from pathlib import Path
 
 import emit_frame
 import emit_sim
+import emit_tarnctl
 import emit_types
 import out
 import vocabulary
@@ -43,6 +44,7 @@ FILES = {
     "sim/vesk/replies.cpp": emit_sim.replies_cpp,
     "sim/vesk/reports.h": emit_sim.reports_h,
     "sim/vesk/reports.cpp": emit_sim.reports_cpp,
+    **emit_tarnctl.FILES,
 }
 
 # hand-written class with a marker line for each block of generated members -> those members
