@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_tree.h"
+#include "tests/support/astring_print.h"
+
+/// A tree from its text; null if the text is malformed.
+inline XMLTree tree_of(char const *text)
+{
+    bool error = false;
+    return XMLParse(AString::from_utf8(text), &error);
+}
+
+/// A tree as one line of text.
+inline AString line_of(XMLTree const &tree)
+{
+    return tree.flatten(XMLTree::FlattenCompact);
+}
+
+inline AString l1(char const *text)
+{
+    return AString::l1(text);
+}
