@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/records.h"
+#include "sim/vesk/vesk_reporter.h"
+
+#include <map>
+#include <vector>
+
+/// One setting of the server.
+struct VeskSetting
+{
+    AString name;
+    /// What it was when the server started, what is saved for the next start, what holds now.
+    AString boot;
+    AString saved;
+    AString effective;
+    /// Empty: any text will do.
+    std::vector<AString> allowed;
+    VCTP3::ConfigurationItemAccess access = VCTP3::ConfigurationItemAccess::user;
+    bool requires_reboot = false;
+
+    bool allows(AString const &value) const;
+    /// As clients are told of it.
+    VCTP3::ConfigurationItem to_item() const;
+};
+
+/// The flat list of named settings. A saved value holds at once, but for settings that wait for
+/// the next start.
+/// Thread: the server's.
+class VeskConfiguration
+{
+public:
+    enum class Outcome
+    {
+        done,
+        unknown_name,
+        bad_value
+    };
+
+    explicit VeskConfiguration(VeskReporter *reporter);
+
+    /// Adds a setting whose three values are \a value; one of the same name is replaced.
+    void define(AString const &name, AString const &value, std::vector<AString> const &allowed,
+        VCTP3::ConfigurationItemAccess access, bool requires_reboot);
+    /// Saves a value and tells what changed; an equal value tells nothing.
+    Outcome set(AString const &name, AString const &value);
+    /// Null for an unknown name.
+    VeskSetting const *find(AString const &name) const;
+    /// The value that holds; empty for an unknown name.
+    AString effective(AString const &name) const;
+    /// By name, in the order of the names.
+    std::map<AString, VeskSetting> const &settings() const { return items; }
+    /// What is saved becomes what holds.
+    void restart();
+
+private:
+    VeskReporter *told;
+    std::map<AString, VeskSetting> items;
+};

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sim/vesk/vesk_settings.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring_format.h"
+#include "sim/vesk/vesk_configuration.h"
+#include "sim/vesk/vesk_dictionary.h"
+#include "sim/vesk/vesk_field_clock.h"
+
+#include <initializer_list>
+
+namespace {
+
+using Access = VCTP3::ConfigurationItemAccess;
+
+std::vector<AString> texts(std::initializer_list<char const *> list)
+{
+    std::vector<AString> result;
+    for (char const *text : list)
+        result.push_back(AString::l1(text));
+    return result;
+}
+
+/// The names of an enumeration in the order of its values.
+template <typename Enum> std::vector<AString> names(AString (*name)(Enum), bool (*valid)(int))
+{
+    std::vector<AString> result;
+    for (int value = 0; valid(value); ++value)
+        result.push_back(name(Enum(value)));
+    return result;
+}
+
+/// The standards that the house can run at.
+std::vector<AString> standard_names()
+{
+    std::vector<AString> result;
+    for (int value = 0; VCTP3::valid_VideoStandard(value); ++value)
+        if (VeskFieldClock::has_rate(VCTP3::VideoStandard(value)))
+            result.push_back(VCTP3::VideoStandard_to_string(VCTP3::VideoStandard(value)));
+    return result;
+}
+
+/// What each quad of the board can be set to; the same for all.
+std::vector<AString> board_names()
+{
+    return texts({"absent", "VVVV", "VKVV", "VVVK", "VKVK", "SSM4", "SSM3", "SSM2", "SSM6", "SSM8",
+        "ISO2", "ISO3", "ISO4", "ISO4_2P_VK", "ISO4_2P_VK_2", "ISO1_2P", "ISO2_2P", "ISO3_2P",
+        "ISO4_2P", "V2V2", "ISO5", "ISO6", "ISO7", "ISO8", "C2_VV", "C2_VK", "C2_ISO2", "C4_VK_VV",
+        "C4_VK_VK", "C4_V_V_VK", "C4_ISO2_ISO2", "C4_ISO2_ISO2_2", "C4_ISO2_VK", "C4_V_V_ISO2",
+        "C4_VK_ISO2"});
+}
+
+void define_board(VeskConfiguration *to)
+{
+    for (int quad = 0; quad < 8; ++quad)
+        to->define(AString::l1("ChannelConfigurationSet%1").arg(quad),
+            AString::l1(quad < 2 ? "VVVV" : "absent"), board_names(), Access::eng, true);
+}
+
+void define_video(VeskConfiguration *to, VCTP3::VideoStandard standard)
+{
+    to->define(AString::l1("VideoStandard"), VCTP3::VideoStandard_to_string(standard),
+        standard_names(), Access::eng, true);
+    to->define(AString::l1("ReferenceSource"), AString::l1("refin"),
+        names(VCTP3::ReferenceSource_to_string, VCTP3::valid_ReferenceSource), Access::eng, false);
+    to->define(AString::l1("VideoAspectRatio"), AString::l1("16x9"), texts({"16x9", "4x3"}),
+        Access::user, false);
+}
+
+void define_panels(VeskConfiguration *to)
+{
+    to->define(AString::l1("ControlPanelCount"), AString::l1("1"), texts({"0", "1", "2", "3", "4"}),
+        Access::user, false);
+    for (int panel = 0; panel < 4; ++panel) {
+        to->define(AString::l1("ControlPanel_ID%1").arg(panel), AString(), {}, Access::user, false);
+        to->define(
+            AString::l1("ControlPanel_Channels%1").arg(panel), AString(), {}, Access::user, false);
+    }
+}
+
+void define_router(VeskConfiguration *to)
+{
+    to->define(AString::l1("RouterControlInputIpaddr"), AString(), {}, Access::eng, false);
+    to->define(AString::l1("RouterControlInputPortnum"), AString(), {}, Access::eng, false);
+    to->define(AString::l1("RouterControlInputProtocolType"), AString::l1("Quartz"),
+        texts({"Quartz", "Probel"}), Access::eng, false);
+    to->define(AString::l1("RouterControlInputLevels"), AString::l1("1"), {}, Access::eng, false);
+    for (int input = 0; input < 8; ++input)
+        to->define(AString::l1("RouterControlInput_Channel%1").arg(input), AString(), {},
+            Access::eng, false);
+}
+
+void define_export(VeskConfiguration *to, int number)
+{
+    auto switched = [&](AString const &name) {
+        to->define(
+            name, AString::l1("Disabled"), texts({"Enabled", "Disabled"}), Access::user, false);
+    };
+    switched(AString::l1("Channel_GrowingMxfExportEnable%1").arg(number));
+    switched(AString::l1("Channel_GrowingMxfExportSingleMxf%1").arg(number));
+    to->define(AString::l1("Channel_GrowingMxfExportPath%1").arg(number), AString(), {},
+        Access::user, false);
+    switched(AString::l1("Channel_GrowingMxfFrom1stFrame%1").arg(number));
+    switched(AString::l1("Channel_GrowingMxfClipINTimecode%1").arg(number));
+    switched(AString::l1("Channel_GrowingMxfStartWithClipINTimecode%1").arg(number));
+    for (char const angle : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A', 'B'})
+        switched(AString::l1("Channel_GrowingMxfAngle%1%2")
+                     .arg(AString(AChar::from_latin1(static_cast<unsigned char>(angle))))
+                     .arg(number));
+}
+
+} // namespace
+
+void vesk_define_settings(VeskConfiguration *configuration, VCTP3::VideoStandard standard)
+{
+    define_board(configuration);
+    define_video(configuration, standard);
+    define_panels(configuration);
+    define_router(configuration);
+    for (int number = 0; number < 4; ++number)
+        define_export(configuration, number);
+}
+
+void vesk_define_user_settings(VeskDictionary *dictionary)
+{
+    dictionary->set(AString::l1("cf.orchard.0.channel_count"), AString::l1("8"));
+    dictionary->set(AString::l1("cf.orchard.type"), AString::l1("tamarind"));
+}
