@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "kestrel/mod/vctp3/tarnlibapi/base/atomic.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atomic_void_vpointer.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/tarn_export.h"
 
@@ -29,8 +28,9 @@ public:
 
 private:
     // Those who add and those who take do not share a cache line. head points at a dummy, whose
-    // successor is the oldest element.
+    // successor is the oldest element. The version of the tail counts what was added and that of
+    // the head what was taken, so that a count of its own would be two more atomic steps for what
+    // is known already.
     alignas(64) AtomicVoidVPointer head;
     alignas(64) AtomicVoidVPointer tail;
-    alignas(64) AtomicUnsigned count;
 };
