@@ -13,6 +13,7 @@ from pathlib import Path
 import emit_frame
 import emit_sim
 import emit_tarnctl
+import emit_tests
 import emit_types
 import out
 import vocabulary
@@ -45,6 +46,7 @@ FILES = {
     "sim/vesk/reports.h": emit_sim.reports_h,
     "sim/vesk/reports.cpp": emit_sim.reports_cpp,
     **emit_tarnctl.FILES,
+    **emit_tests.FILES,
 }
 
 # hand-written class with a marker line for each block of generated members -> those members

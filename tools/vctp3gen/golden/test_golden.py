@@ -15,6 +15,10 @@ HERE = Path(__file__).resolve().parent
 GENERATOR = HERE.parent
 ROOT = GENERATOR.parent.parent
 
+sys.path.insert(0, str(GENERATOR))
+import vocabulary  # noqa: E402
+from tables import TableError  # noqa: E402
+
 
 def run(tables, output):
     return subprocess.run(
@@ -56,17 +60,26 @@ class Golden(unittest.TestCase):
         self.assertEqual(before,
                          {path: path.stat().st_mtime_ns for path in self.folder.rglob("*.*")})
 
-    def test_stops_at_a_bad_row_and_writes_nothing(self):
+    def tables_with(self, table, row):
+        tables = self.folder / "tables"
+        shutil.rmtree(tables, ignore_errors=True)
+        shutil.copytree(HERE / "tables", tables)
+        with open(tables / table, "a", encoding="utf-8") as file:
+            file.write(row + "\n")
+        return tables
+
+    def test_names_each_bad_row(self):
         for table, row, message in bad_rows():
             with self.subTest(table=table, row=row):
-                tables, output = self.folder / "tables", self.folder / "output"
-                shutil.rmtree(tables, ignore_errors=True)
-                shutil.copytree(HERE / "tables", tables)
-                with open(tables / table, "a", encoding="utf-8") as file:
-                    file.write(row + "\n")
-                result = run(tables, output)
-                self.assertEqual((result.returncode, result.stderr), (1, message + "\n"))
-                self.assertFalse(output.exists())
+                with self.assertRaises(TableError) as caught:
+                    vocabulary.load(self.tables_with(table, row))
+                self.assertEqual(str(caught.exception), message)
+
+    def test_stops_at_a_bad_row_and_writes_nothing(self):
+        table, row, message = bad_rows()[0]
+        result = run(self.tables_with(table, row), self.folder / "output")
+        self.assertEqual((result.returncode, result.stderr), (1, message + "\n"))
+        self.assertFalse((self.folder / "output").exists())
 
     def test_names_a_missing_table(self):
         shutil.copytree(HERE / "tables", self.folder / "tables")
