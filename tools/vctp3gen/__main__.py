@@ -10,6 +10,7 @@ import argparse
 import sys
 from pathlib import Path
 
+import emit_docs
 import emit_frame
 import emit_sim
 import emit_tarnctl
@@ -45,6 +46,7 @@ FILES = {
     "sim/vesk/replies.cpp": emit_sim.replies_cpp,
     "sim/vesk/reports.h": emit_sim.reports_h,
     "sim/vesk/reports.cpp": emit_sim.reports_cpp,
+    **emit_docs.FILES,
     **emit_tarnctl.FILES,
     **emit_tests.FILES,
 }
