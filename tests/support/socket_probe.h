@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QHostAddress>
+
+#include <netinet/in.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+
+/// Looks at sockets of this process from outside of what owns them.
+namespace SocketProbe {
+
+/// The descriptor whose connection leads to that address; -1 if there is none.
+inline int descriptor_to(QHostAddress const &address, quint16 port)
+{
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    int const end = int(qMin<rlim_t>(limit.rlim_cur, 1024));
+    for (int descriptor = 0; descriptor < end; ++descriptor) {
+        sockaddr_in peer{};
+        socklen_t length = sizeof peer;
+        if (::getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &length) == 0
+            && peer.sin_family == AF_INET && ntohl(peer.sin_addr.s_addr) == address.toIPv4Address()
+            && ntohs(peer.sin_port) == port)
+            return descriptor;
+    }
+    return -1;
+}
+
+/// The value of an integer option; -1 if it cannot be read.
+inline int option(int descriptor, int level, int name)
+{
+    int value = -1;
+    socklen_t length = sizeof value;
+    return ::getsockopt(descriptor, level, name, &value, &length) == 0 ? value : -1;
+}
+
+} // namespace SocketProbe
