@@ -104,6 +104,7 @@ private Q_SLOTS:
     void ends_a_stream_with_an_error();
     void ends_with_a_data_reply_where_there_is_no_ok();
     void hands_over_all_values();
+    void finds_an_id_wherever_it_stands_in_the_message();
     void ignores_unknown_and_odd_ids();
     void ignores_a_reply_of_another_kind_but_ends_with_it();
     void stays_open_after_a_bad_reply();
@@ -271,6 +272,21 @@ void TestAPI::hands_over_all_values()
     QCOMPARE(usage.total, 1ULL);
     QCOMPARE(usage.available, 2ULL);
     QCOMPARE(usage.field, 3U);
+}
+
+void TestAPI::finds_an_id_wherever_it_stands_in_the_message()
+{
+    PendingTable::set_last_number(1000000);
+    LoopAPI api;
+    Answers answers;
+    // Texts are in runs of 256 characters, so some of these ids lie across two of them.
+    for (int before = 0; before < 300; ++before) {
+        QByteArray const xid
+            = QByteArray::fromStdString(api.cmd_sync(answers.ok(), answers.error()));
+        api.parse(tree_of(QByteArray("<reply><unknown>" + QByteArray(before, 'x')
+            + "</unknown><xid>" + xid + "</xid><ok/></reply>")));
+        QCOMPARE(answers.take(), QStringList{QStringLiteral("ok")});
+    }
 }
 
 void TestAPI::ignores_unknown_and_odd_ids()

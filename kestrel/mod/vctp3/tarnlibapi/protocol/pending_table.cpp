@@ -17,20 +17,17 @@ std::uint32_t next_number()
 
 PendingTable::Key::Key(AString const &xid)
 {
-    AChar const *run = nullptr;
-    unsigned long long const length = xid.linear_access(xid.get_first_position(), &run);
-    if (length > 16 || length != xid.length()) {
-        tail = ~std::uint64_t(0);
-        return;
-    }
-    for (unsigned long long i = 0; i < length; ++i) {
-        if (run[i].ord() > 0x7F) {
-            tail = ~std::uint64_t(0);
-            return;
-        }
+    bool fits = xid.length() <= 16;
+    AStringSegmentPosition at = xid.get_first_position();
+    AChar c;
+    // Character by character, since an id may lie across two runs of its message's text.
+    for (unsigned int i = 0; fits && xid.get_next_position(&at, &c); ++i) {
         std::uint64_t &half = i < 8 ? head : tail;
-        half |= std::uint64_t(run[i].ord()) << (56 - 8 * (i % 8));
+        half |= std::uint64_t(c.ord()) << (56 - 8 * (i % 8));
+        fits = c.ord() <= 0x7F;
     }
+    if (!fits)
+        tail = ~std::uint64_t(0);
 }
 
 AString PendingTable::open(ReplyFunctions const &functions)

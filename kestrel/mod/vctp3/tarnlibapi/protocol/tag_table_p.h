@@ -52,11 +52,15 @@ private:
 
     std::size_t place(AString const &tag) const
     {
-        AChar const *run = nullptr;
-        unsigned long long const length = tag.linear_access(tag.get_first_position(), &run);
         std::uint32_t hash = 2166136261U;
-        for (unsigned long long i = 0; i < length; ++i)
-            hash = (hash ^ run[i].ord()) * 16777619U;
+        AStringSegmentPosition at = tag.get_first_position();
+        AChar const *run = nullptr;
+        // A tag of a message may lie across two runs of its text.
+        while (unsigned long long const length = tag.linear_access(at, &run)) {
+            for (unsigned long long i = 0; i < length; ++i)
+                hash = (hash ^ run[i].ord()) * 16777619U;
+            tag.get_next_position(&at, length);
+        }
         return (hash ^ (hash >> 16)) % size;
     }
 
