@@ -19,13 +19,33 @@ namespace {
 constexpr int stall_ms = 200;
 constexpr qsizetype most_per_write = 65536;
 
+/// A listening descriptor; -1 if the address is taken.
+int listen_on(QHostAddress const &address, int receive_buffer)
+{
+    sockaddr_in own{};
+    own.sin_family = AF_INET;
+    own.sin_addr.s_addr = htonl(address.toIPv4Address());
+    own.sin_port = htons(ScriptedServer::port);
+    int const descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    int const on = 1;
+    ::setsockopt(descriptor, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    if (receive_buffer > 0)
+        ::setsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &receive_buffer, sizeof receive_buffer);
+    if (::bind(descriptor, reinterpret_cast<sockaddr *>(&own), sizeof own) == 0
+        && ::listen(descriptor, 64) == 0)
+        return descriptor;
+    ::close(descriptor);
+    return -1;
+}
+
 } // namespace
 
 ScriptedServer::ScriptedServer(QHostAddress const &at)
     : host(at)
     , wake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
-    listen();
+    if (!listen())
+        qFatal("The test's server cannot listen on its address");
     thread = std::thread([this] { run(); });
 }
 
@@ -40,6 +60,12 @@ ScriptedServer::~ScriptedServer()
     close_all();
     stop_listening();
     ::close(wake);
+}
+
+bool ScriptedServer::is_free(QHostAddress const &address)
+{
+    int const descriptor = listen_on(address, 0);
+    return descriptor >= 0 && ::close(descriptor) == 0;
 }
 
 QByteArray ScriptedServer::xid(QByteArray const &command)
@@ -289,22 +315,11 @@ void ScriptedServer::write_some(Connection &connection)
     }
 }
 
-void ScriptedServer::listen()
+bool ScriptedServer::listen()
 {
-    if (listener >= 0)
-        return;
-    sockaddr_in own{};
-    own.sin_family = AF_INET;
-    own.sin_addr.s_addr = htonl(ipaddr());
-    own.sin_port = htons(port);
-    listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    int const on = 1;
-    ::setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    if (receive_buffer > 0)
-        ::setsockopt(listener, SOL_SOCKET, SO_RCVBUF, &receive_buffer, sizeof receive_buffer);
-    if (::bind(listener, reinterpret_cast<sockaddr *>(&own), sizeof own) != 0
-        || ::listen(listener, 64) != 0)
-        qFatal("The test's server cannot listen on its address");
+    if (listener < 0)
+        listener = listen_on(host, receive_buffer);
+    return listener >= 0;
 }
 
 void ScriptedServer::stop_listening()

@@ -29,6 +29,9 @@ public:
     ScriptedServer(ScriptedServer const &) = delete;
     ScriptedServer &operator=(ScriptedServer const &) = delete;
 
+    /// Whether one could listen there.
+    static bool is_free(QHostAddress const &address);
+
     QHostAddress address() const { return host; }
     unsigned int ipaddr() const { return host.toIPv4Address(); }
 
@@ -87,7 +90,7 @@ private:
     void read_some(Connection &connection, Lock &lock);
     void answer_commands(Connection &connection, Lock &lock);
     void write_some(Connection &connection);
-    void listen();
+    bool listen();
     void stop_listening();
     void close_all();
 

@@ -6,6 +6,7 @@
 #include <netinet/in.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 
 /// Looks at sockets of this process from outside of what owns them.
 namespace SocketProbe {
@@ -33,6 +34,19 @@ inline int option(int descriptor, int level, int name)
     int value = -1;
     socklen_t length = sizeof value;
     return ::getsockopt(descriptor, level, name, &value, &length) == 0 ? value : -1;
+}
+
+/// What a write may leave in the kernel; it takes at least some 4 KiB.
+inline bool set_send_buffer(int descriptor, int bytes)
+{
+    return ::setsockopt(descriptor, SOL_SOCKET, SO_SNDBUF, &bytes, sizeof bytes) == 0;
+}
+
+/// How long a write waits for room before it returns with what it has placed.
+inline bool set_send_timeout(int descriptor, int milliseconds)
+{
+    timeval const limit{milliseconds / 1000, milliseconds % 1000 * 1000};
+    return ::setsockopt(descriptor, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit) == 0;
 }
 
 } // namespace SocketProbe
