@@ -70,7 +70,7 @@ VCTP3::CompressionInfo VeskFacts::compression(unsigned int field_bytes) const
     info.compression_y_size = field_bytes / 2;
     info.compression_c_size = field_bytes / 2;
     info.compression_k_size = 0;
-    info.audio_track_count = 16;
+    info.audio_track_count = 8;
     info.compression_v_symbol = AString::l1("avci");
     info.compression_k_symbol = AString::l1("none");
     info.compression_a_symbol = AString::l1("pcm24");
