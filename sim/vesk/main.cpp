@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sim/vesk/vesk_field_clock.h"
+#include "sim/vesk/vesk_sim.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <csignal>
+#include <cstdio>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int done = 0;
+constexpr int usage = 2;
+constexpr int cannot_listen = 3;
+
+constexpr char description[]
+    = "A simulated Vesk server: 40 channels that play and record, clips, lists, configuration,\n"
+      "metadata and reports, on TCP port 8913. It keeps nothing when it ends.\n"
+      "\n"
+      "The demo event is a football match: \"Bank 1\" to \"Bank 4\" of moments seen by twelve\n"
+      "cameras, the programme of both halves in \"Programme\", the playlists \"Opening\" and\n"
+      "\"Goals\", the chase \"Whole match\", a metadata database \"demo\", tally and panel\n"
+      "settings.\n"
+      "\n"
+      "It prints \"listening on ADDRESS:8913\" when it is ready, and ends on SIGTERM or SIGINT.\n"
+      "Exit codes: 0 done, 2 usage, 3 cannot listen.";
+
+struct Arguments
+{
+    QHostAddress address;
+    VeskSimOptions options;
+    int run_time_ms = 0;
+};
+
+/// Tells what is wrong with the command line; the exit code.
+int refuse(QString const &text)
+{
+    std::fprintf(stderr, "vesk-sim: %s\nTry 'vesk-sim --help'.\n", qUtf8Printable(text));
+    return usage;
+}
+
+QString standard_names()
+{
+    QStringList names;
+    for (int value = 0; VCTP3::valid_VideoStandard(value); ++value)
+        if (VeskFieldClock::has_rate(VCTP3::VideoStandard(value)))
+            names << QString(VCTP3::VideoStandard_to_string(VCTP3::VideoStandard(value)));
+    return names.join(QStringLiteral(", "));
+}
+
+/// False, and what is wrong in \a error, for values that do not fit.
+bool read(QCommandLineParser const &parser, Arguments *arguments, QString *error)
+{
+    QString const address = parser.value(QStringLiteral("address"));
+    if (!arguments->address.setAddress(address)) {
+        *error = QStringLiteral("'%1' is not an address").arg(address);
+        return false;
+    }
+    QString const standard = parser.value(QStringLiteral("standard"));
+    if (!VCTP3::string_to_VideoStandard(AString(standard), &arguments->options.standard)
+        || !VeskFieldClock::has_rate(arguments->options.standard)) {
+        *error
+            = QStringLiteral("'%1' is not one of the standards %2").arg(standard, standard_names());
+        return false;
+    }
+    if (parser.isSet(QStringLiteral("run-time"))) {
+        QString const text = parser.value(QStringLiteral("run-time"));
+        bool is_number = false;
+        double const seconds = text.toDouble(&is_number);
+        if (!is_number || seconds <= 0 || seconds > 1e6) {
+            *error = QStringLiteral("'%1' is not a number of seconds").arg(text);
+            return false;
+        }
+        arguments->run_time_ms = static_cast<int>(seconds * 1000);
+    }
+    if (parser.isSet(QStringLiteral("demo")) && parser.isSet(QStringLiteral("empty"))) {
+        *error = QStringLiteral("--demo and --empty exclude each other");
+        return false;
+    }
+    arguments->options.demo = !parser.isSet(QStringLiteral("empty"));
+    return true;
+}
+
+void add_options(QCommandLineParser *parser)
+{
+    parser->setApplicationDescription(QLatin1String(description));
+    parser->addOptions({
+        {QStringLiteral("address"), QStringLiteral("Listen on ADDRESS (default 127.0.0.1)."),
+            QStringLiteral("ADDRESS"), QStringLiteral("127.0.0.1")},
+        {QStringLiteral("standard"),
+            QStringLiteral("Run at the video standard NAME (default 1080_59_94i), one of %1.")
+                .arg(standard_names()),
+            QStringLiteral("NAME"), QStringLiteral("1080_59_94i")},
+        {QStringLiteral("demo"), QStringLiteral("Start with the demo event (the default).")},
+        {QStringLiteral("empty"), QStringLiteral("Start without clips, lists and metadata.")},
+        {QStringLiteral("run-time"), QStringLiteral("End after so many SECONDS (default: never)."),
+            QStringLiteral("SECONDS")},
+        {QStringLiteral("trace"),
+            QStringLiteral("Write every message to standard error: the number of the connection, "
+                           "'<' for received or '>' for sent, and the text.")},
+        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Tell all this.")},
+    });
+}
+
+int signal_pipe[2];
+
+void note_signal(int)
+{
+    char const byte = 0;
+    [[maybe_unused]] auto const written = ::write(signal_pipe[1], &byte, 1);
+}
+
+/// Ends the application in its own time when the process is told to end.
+void end_on_signals()
+{
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signal_pipe) != 0)
+        return;
+    auto *notifier = new QSocketNotifier(signal_pipe[0], QSocketNotifier::Read, qApp);
+    QObject::connect(notifier, &QSocketNotifier::activated, qApp, &QCoreApplication::quit);
+    struct sigaction action = {};
+    action.sa_handler = note_signal;
+    ::sigaction(SIGTERM, &action, nullptr);
+    ::sigaction(SIGINT, &action, nullptr);
+}
+
+void print_line(QByteArray const &line)
+{
+    std::fprintf(stderr, "%s\n", line.constData());
+}
+
+int serve(Arguments const &arguments)
+{
+    end_on_signals();
+    VeskSim server(arguments.address, arguments.options);
+    if (!server.is_listening()) {
+        std::fprintf(stderr, "vesk-sim: cannot listen on %s:%d: %s\n",
+            qUtf8Printable(arguments.address.toString()), server.port(),
+            qUtf8Printable(server.listen_error()));
+        return cannot_listen;
+    }
+    std::printf(
+        "listening on %s:%d\n", qUtf8Printable(arguments.address.toString()), server.port());
+    std::fflush(stdout);
+    if (arguments.run_time_ms)
+        QTimer::singleShot(arguments.run_time_ms, qApp, &QCoreApplication::quit);
+    QCoreApplication::exec();
+    return done;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    add_options(&parser);
+    if (!parser.parse(QCoreApplication::arguments()))
+        return refuse(parser.errorText());
+    if (parser.isSet(QStringLiteral("help"))) {
+        std::printf("%s", qUtf8Printable(parser.helpText()));
+        return done;
+    }
+    if (!parser.positionalArguments().isEmpty())
+        return refuse(QStringLiteral("'%1' is not expected").arg(parser.positionalArguments()[0]));
+    Arguments arguments;
+    QString error;
+    if (!read(parser, &arguments, &error))
+        return refuse(error);
+    arguments.options.real_time = true;
+    if (parser.isSet(QStringLiteral("trace")))
+        arguments.options.trace = print_line;
+    return serve(arguments);
+}
