@@ -4,7 +4,8 @@
 #include "sim/vesk/reports.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <charconv>
+#include <iterator>
 
 namespace {
 
@@ -82,13 +83,14 @@ VeskChannelReports::Levels VeskChannelReports::levels(VeskLayer const &layer)
 
 AString VeskChannelReports::levels_text(Levels const &levels)
 {
-    char text[64] = {};
-    int length = 0;
+    char text[64];
+    char *at = text;
     for (unsigned int level : levels) {
-        length += std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length),
-            length ? " %u" : "%u", level);
+        if (at != text)
+            *at++ = ' ';
+        at = std::to_chars(at, std::end(text), level).ptr;
     }
-    return AString::from_latin1(text);
+    return AString::from_latin1(text, static_cast<unsigned long long>(at - text));
 }
 
 VCTP3::Timecode VeskChannelReports::display_timecode(
