@@ -7,9 +7,9 @@ AReferenced::~AReferenced() = default;
 
 bool AReferenced::add_reference()
 {
-    std::uint32_t seen = count.load(std::memory_order_relaxed);
+    std::uint32_t seen = references.load(std::memory_order_relaxed);
     while (seen != UINT32_MAX) {
-        if (count.compare_exchange_weak(seen, seen + 1, std::memory_order_relaxed))
+        if (references.compare_exchange_weak(seen, seen + 1, std::memory_order_relaxed))
             return true;
     }
     return false;
@@ -17,11 +17,11 @@ bool AReferenced::add_reference()
 
 void AReferenced::release_reference()
 {
-    std::uint32_t seen = count.load(std::memory_order_relaxed);
+    std::uint32_t seen = references.load(std::memory_order_relaxed);
     do {
         if (!A_ASSERT_TEXT(seen != 0, "count != 0"))
             return;
-    } while (!count.compare_exchange_weak(
+    } while (!references.compare_exchange_weak(
         seen, seen - 1, std::memory_order_acq_rel, std::memory_order_relaxed));
     if (seen == 1)
         full_release();

@@ -21,12 +21,12 @@ public:
     bool add_reference();
     /// Calls `full_release` when the count reaches 0. At 0 already: an assertion only.
     void release_reference();
-    std::uint32_t reference_count() const { return count.load(std::memory_order_acquire); }
+    std::uint32_t reference_count() const { return references.load(std::memory_order_acquire); }
 
 protected:
     /// Deletes the object; a kept pool may do otherwise.
     virtual void full_release();
 
 private:
-    std::atomic<std::uint32_t> count{0};
+    std::atomic<std::uint32_t> references{0};
 };
