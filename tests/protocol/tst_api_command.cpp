@@ -41,6 +41,8 @@ private Q_SLOTS:
     void writes_the_stated_bytes();
     void writes_a_small_command_at_once();
     void writes_blocks_of_1500_bytes_and_a_rest();
+    void writes_speeds_data();
+    void writes_speeds();
     void runs_the_send_hook_before_it_writes();
     void never_mixes_the_messages_of_threads();
     void survives_a_sink_that_sends();
@@ -329,6 +331,33 @@ void TestAPICommand::writes_blocks_of_1500_bytes_and_a_rest()
             "<cmd>\r\n<xid>1</xid>\r\n<debug_label>\r\n<DebugString>"
                 + QByteArray(int(letters), 'x') + "</DebugString>\r\n</debug_label>\r\n</cmd>");
     }
+}
+
+void TestAPICommand::writes_speeds_data()
+{
+    QTest::addColumn<int>("speed");
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("0") << 0 << QByteArray("0X");
+    QTest::newRow("1") << 65536 << QByteArray("1X");
+    QTest::newRow("-1") << -65536 << QByteArray("-1X");
+    QTest::newRow("20") << 20 * 65536 << QByteArray("20X");
+    QTest::newRow("1.5") << 98304 << QByteArray("1.5X");
+    QTest::newRow("-0.5") << -32768 << QByteArray("-0.5X");
+    QTest::newRow("the least") << 1 << QByteArray("0.000015258789063X");
+    QTest::newRow("the lowest") << (-2147483647 - 1) << QByteArray("-32768X");
+    QTest::newRow("the highest") << 2147483647 << QByteArray("32767.999984741210938X");
+}
+
+void TestAPICommand::writes_speeds()
+{
+    QFETCH(int, speed);
+    QFETCH(QByteArray, text);
+    QCOMPARE(AString::from_speed(speed, 15), AString::from_latin1(text));
+    BlockKeeper commands;
+    commands.cmd_play(l1("7"), Channel::A, speed);
+    QCOMPARE(commands.take(),
+        "<cmd>\r\n<xid>7</xid>\r\n<play>\r\n<Channel>A</Channel>\r\n<Speed>" + text
+            + "</Speed>\r\n</play>\r\n</cmd>");
 }
 
 void TestAPICommand::runs_the_send_hook_before_it_writes()

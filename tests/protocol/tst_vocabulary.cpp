@@ -70,8 +70,14 @@ void TestVocabulary::writes_every_form()
     QFETCH(int, at);
     CommandRow const &row = command_rows()[static_cast<std::size_t>(at)];
     Written api;
+    XMLTree hooked;
+    api.set_send_debug_hook(
+        {[](void *tree, XMLTree const &message) { *static_cast<XMLTree *>(tree) = message; },
+            &hooked});
     row.plain(api);
     QCOMPARE(api.take(), message_bytes("7", row.element));
+    QCOMPARE(
+        QByteArray::fromStdString(hooked.flatten().to_string()), message_bytes("7", row.element));
 
     row.without(api);
     QCOMPARE(api.outstanding_commands(), 0U);

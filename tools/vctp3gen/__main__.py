@@ -30,6 +30,7 @@ FILES = {
     f"{PROTOCOL}/records.cpp": emit_types.records_cpp,
     f"{PROTOCOL}/record_xml.h": emit_types.record_xml_h,
     f"{PROTOCOL}/record_xml.cpp": emit_types.record_xml_cpp,
+    f"{PROTOCOL}/record_text_p.h": emit_types.record_text_p_h,
     f"{PROTOCOL}/words_p.h": emit_types.words_p_h,
     f"{PROTOCOL}/words.cpp": emit_types.words_cpp,
     f"{PROTOCOL}/api_parser_dispatch.cpp": emit_frame.parser_dispatch_cpp,

@@ -170,8 +170,6 @@ def command_members(vocabulary):
 
 
 def _command_body(command):
-    if not command.fields:
-        return [f"    send(CommandTree(xid, Word::{command.name}).take());"]
     lines = [f"    CommandTree tree(xid, Word::{command.name});"]
     for one in command.fields:
         speed = "_speed" if one.type.is_speed else ""
@@ -182,7 +180,7 @@ def _command_body(command):
                          f"{one.member});")
         else:
             lines.append(f"    tree.add{speed}(Word::{one.tag}, {one.member});")
-    return lines + ["    send(tree.take());"]
+    return lines + ["    send_command(tree);"]
 
 
 def command_forms_cpp(vocabulary):
@@ -198,7 +196,7 @@ def command_forms_cpp(vocabulary):
             lines += ["}", ""]
     return text([
         banner("commands.tbl"),
-        *include(f"{PROTOCOL}/api_command.h", f"{PROTOCOL}/command_tree_p.h"),
+        *include(f"{PROTOCOL}/api_command.h", f"{PROTOCOL}/record_text_p.h"),
         *in_namespace(lines[:-1]),
     ])
 

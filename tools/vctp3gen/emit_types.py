@@ -290,48 +290,78 @@ def _record_reader(record):
     return lines
 
 
-def _record_writer(record):
+def _record_fields(record):
+    """Hands the fields to whatever collects them, a tree or a text."""
     lines = [
-        f"XMLTree write_element(AString const &tag, {record.name} const &value)",
+        f"template <typename Fields> void add_fields(Fields &fields, {record.name} const &value)",
         "{",
-        "    ElementBuilder element(tag);",
     ]
     for one in record.fields:
         word, access = f"Word::{one.tag}", f"value.{one.member}"
         if one.presence == "!":
-            lines.append(f"    element.add_flag({word}, {access});")
+            lines.append(f"    fields.add_flag({word}, {access});")
         elif one.presence == "?":
-            lines.append(f"    element.add{_speed(one.type)}_if(value.has_{one.member}, {word}, "
+            lines.append(f"    fields.add{_speed(one.type)}_if(value.has_{one.member}, {word}, "
                          f"{access});")
         else:
-            lines.append(f"    element.add{_speed(one.type)}({word}, {access});")
-    return lines + ["    return element.take();", "}"]
+            lines.append(f"    fields.add{_speed(one.type)}({word}, {access});")
+    return lines + ["}", ""]
+
+
+def _writers(kind):
+    value = parameter(kind, "value")
+    if kind.kind == "record":
+        tree = ["    ElementBuilder element(tag);", "    add_fields(element, value);",
+                "    return element.take();"]
+        wire = ["    command.open(tag);", "    add_fields(command, value);",
+                "    command.close(tag);"]
+    elif kind.kind == "enum":
+        tree = [f"    return XMLTree(tag, {kind.name}_to_string(value));"]
+        wire = [f"    command.add(tag, {kind.name}_to_string(value));"]
+    else:
+        item = f"Word::{kind.item.name}"
+        tree = [f"    return write_items(tag, {item}, value);"]
+        wire = ["    command.open(tag);", "    for (auto const &one : value)",
+                f"        command.add({item}, one);", "    command.close(tag);"]
+    return [f"XMLTree write_element(AString const &tag, {value})", "{", *tree, "}", "",
+            f"void write_text(CommandTree &command, Word tag, {value})", "{", *wire, "}", ""]
 
 
 def record_xml_cpp(vocabulary):
     lines = []
+    for record in vocabulary.records_by_need():
+        lines += _record_fields(record)
     for kind in _xml_types(vocabulary):
-        head = join("bool read_element", ["XMLTree const &parent", "AString const &tag",
-                                          f"{kind.cpp} *out", "AString *error"], "")
-        write_head = f"XMLTree write_element(AString const &tag, {parameter(kind, 'value')})"
         if kind.kind == "record":
-            record = vocabulary.records[kind.name]
-            lines += _record_reader(record) + [""] + _record_writer(record) + [""]
-            continue
-        if kind.kind == "enum":
-            read = f'read_enum(parent, tag, {kind.name}_names(), "{kind.name}", out, error)'
-            write = f"XMLTree(tag, {kind.name}_to_string(value))"
+            lines += _record_reader(vocabulary.records[kind.name]) + [""]
         else:
-            item = f"Word::{kind.item.name}"
-            read = f"read_{kind.kind}(parent, tag, {item}, out, error)"
-            write = f"write_items(tag, {item}, value)"
-        lines += [head, "{", f"    return {read};", "}", ""]
-        lines += [write_head, "{", f"    return {write};", "}", ""]
+            read = f"read_{kind.kind}(parent, tag, Word::{kind.item.name}, out, error)" \
+                if kind.item else \
+                f'read_enum(parent, tag, {kind.name}_names(), "{kind.name}", out, error)'
+            lines += [join("bool read_element", ["XMLTree const &parent", "AString const &tag",
+                                                 f"{kind.cpp} *out", "AString *error"], ""),
+                      "{", f"    return {read};", "}", ""]
+        lines += _writers(kind)
     return text([
         banner("enums.tbl, records.tbl and collections.tbl"),
         *include(f"{PROTOCOL}/record_xml.h", f"{PROTOCOL}/collection_xml_p.h",
-                 f"{PROTOCOL}/element_builder_p.h", f"{PROTOCOL}/field_reader_p.h"),
+                 f"{PROTOCOL}/element_builder_p.h", f"{PROTOCOL}/field_reader_p.h",
+                 f"{PROTOCOL}/record_text_p.h"),
         *in_namespace(lines[:-1]),
+    ])
+
+
+def record_text_p_h(vocabulary):
+    return text([
+        banner("enums.tbl, records.tbl and collections.tbl"),
+        "#pragma once",
+        "",
+        *include(f"{PROTOCOL}/command_tree_p.h", f"{PROTOCOL}/records.h"),
+        *in_namespace([
+            "/// Writing of the protocol's types as text of a command.",
+            *[f"void write_text(CommandTree &command, Word tag, {parameter(kind, 'value')});"
+              for kind in _xml_types(vocabulary)],
+        ]),
     ])
 
 
@@ -347,6 +377,8 @@ def words_p_h(vocabulary):
         "#pragma once",
         "",
         *include(f"{BASE}/base/astring.h"),
+        "",
+        "#include <string_view>",
         *in_namespace([
             "/// Every tag of the protocol.",
             "enum class Word : unsigned short {",
@@ -355,6 +387,8 @@ def words_p_h(vocabulary):
             "",
             "/// The text of a word, one string shared by the whole process.",
             "TARN_EXPORT AString const &word(Word id);",
+            "/// The same as bytes.",
+            "std::string_view word_bytes(Word id);",
             "",
             "/// Replies and, behind them, reports by their number in the tables.",
             "enum class MessageId : unsigned char {",
@@ -370,13 +404,19 @@ def words_cpp(vocabulary):
         banner("all tables"),
         *include(f"{PROTOCOL}/words_p.h", f"{PROTOCOL}/word_list_p.h"),
         *in_namespace([
+            "static constexpr std::string_view texts[] = {",
+            *[f'    "{name}",' for name in words],
+            "};",
+            "",
             "AString const &word(Word id)",
             "{",
-            "    static constexpr char const *texts[] = {",
-            *[f'        "{name}",' for name in words],
-            "    };",
             "    static WordList const list(texts);",
             "    return list[static_cast<unsigned int>(id)];",
+            "}",
+            "",
+            "std::string_view word_bytes(Word id)",
+            "{",
+            "    return texts[static_cast<unsigned int>(id)];",
             "}",
         ]),
     ])

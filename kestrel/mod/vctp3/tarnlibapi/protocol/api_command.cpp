@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_command.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/command_tree_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/send_ring_p.h"
 
 namespace VCTP3 {
@@ -23,6 +24,19 @@ void APICommand::send(XMLTree const &message)
         &ring);
     message.send_utf8(sink, XMLTree::FlattenLines, true);
     ring.flush();
+}
+
+void APICommand::send_command(CommandTree &command)
+{
+    if (!send_debug_hook.is_null())
+        send_debug_hook(command.tree());
+    std::string_view bytes = command.finish();
+    PortableMutexLock const lock(send_mutex);
+    while (!bytes.empty()) {
+        std::string_view const block = bytes.substr(0, send_block_size);
+        send(block.data(), block.size());
+        bytes.remove_prefix(block.size());
+    }
 }
 
 } // namespace VCTP3

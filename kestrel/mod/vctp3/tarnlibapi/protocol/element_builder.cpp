@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_format.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/collection_xml_p.h"
-#include "kestrel/mod/vctp3/tarnlibapi/protocol/command_tree_p.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/element_builder_p.h"
 
 namespace VCTP3 {
 
@@ -25,20 +25,6 @@ void ElementBuilder::add_flag(Word field, bool raised)
 void ElementBuilder::append(XMLTree const &field)
 {
     fields.push_back(field);
-}
-
-CommandTree::CommandTree(AString const &transaction, Word command)
-    : ElementBuilder(word(command))
-    , xid(transaction)
-{
-}
-
-XMLTree CommandTree::take() const
-{
-    AList<XMLTree> parts;
-    parts.push_back(XMLTree(word(Word::xid), xid));
-    parts.push_back(ElementBuilder::take());
-    return XMLTree(word(Word::cmd), parts);
 }
 
 } // namespace VCTP3

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <map>
+#include <unordered_map>
 
 namespace VCTP3 {
 
@@ -82,7 +83,7 @@ private:
     int badval;
     AString badname;
     std::map<int, AString> by_value;
-    std::map<AString, int> by_name;
+    std::unordered_map<AString, int> by_name;
 };
 
 } // namespace VCTP3

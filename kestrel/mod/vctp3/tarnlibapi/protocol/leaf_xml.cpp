@@ -11,9 +11,6 @@ namespace VCTP3 {
 
 namespace {
 
-/// Digits behind the point that a written speed has at most.
-constexpr unsigned int speed_precision = 15;
-
 /// Reads what a server writes, digits and nothing else, without making a string of it. The digits
 /// are few enough that the number cannot overflow.
 bool plain_number(AString const &text, unsigned long long *out)

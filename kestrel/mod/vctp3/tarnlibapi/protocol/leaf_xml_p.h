@@ -6,6 +6,9 @@
 
 namespace VCTP3 {
 
+/// Digits behind the point that a written speed has at most.
+constexpr unsigned int speed_precision = 15;
+
 /// Stores the reason; always false, so that it can end a reader.
 bool fail_reading(AString *error, AString const &text);
 

@@ -5,13 +5,16 @@
 
 namespace VCTP3 {
 
-/// Gathers the pieces of a message into blocks near the size of a network frame. A small message
+/// Near the size of a network frame.
+constexpr std::size_t send_block_size = 1500;
+
+/// Gathers the pieces of a message into blocks. A small message
 /// becomes a single write. Each message has its own, so that a message that is sent from within
 /// the sink does no harm.
 template <typename Sink> class SendRing
 {
 public:
-    static constexpr std::size_t size = 1500;
+    static constexpr std::size_t size = send_block_size;
 
     explicit SendRing(Sink to)
         : sink(to)

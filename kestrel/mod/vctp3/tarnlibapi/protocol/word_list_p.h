@@ -4,6 +4,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_name.h"
 
 #include <cstddef>
+#include <string_view>
 #include <vector>
 
 namespace VCTP3 {
@@ -12,11 +13,11 @@ namespace VCTP3 {
 class WordList
 {
 public:
-    template <std::size_t count> explicit WordList(char const *const (&texts)[count])
+    template <std::size_t count> explicit WordList(std::string_view const (&texts)[count])
     {
         names.reserve(count);
-        for (char const *text : texts)
-            names.emplace_back(text);
+        for (std::string_view text : texts)
+            names.emplace_back(text.data()); // each is a literal, so a NUL follows
     }
 
     AString const &operator[](unsigned int index) const { return names[index].text(); }

@@ -7,6 +7,8 @@
 
 namespace VCTP3 {
 
+class CommandTree;
+
 /// Builds and writes the commands. Each `cmd_x` sends the command `x` under a transaction id that
 /// the server will return; what comes of it is up to `reply_*`.
 ///
@@ -49,6 +51,8 @@ protected:
     virtual void send(void const *data, unsigned long long size) = 0;
 
 private:
+    void send_command(CommandTree &command);
+
     AFunction1<XMLTree const &> send_debug_hook;
     PortableMutex send_mutex; // held while a message is written; taken after no other lock
 };

@@ -2,13 +2,14 @@
 // Made by vctp3gen from commands.tbl; do not edit.
 
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_command.h"
-#include "kestrel/mod/vctp3/tarnlibapi/protocol/command_tree_p.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/record_text_p.h"
 
 namespace VCTP3 {
 
 void APICommand::cmd_stop(AString const &xid)
 {
-    send(CommandTree(xid, Word::stop).take());
+    CommandTree tree(xid, Word::stop);
+    send_command(tree);
 }
 
 void APICommand::cmd_drive(AString const &xid, Car const &other_car, bool has_offset,
@@ -19,7 +20,7 @@ void APICommand::cmd_drive(AString const &xid, Car const &other_car, bool has_of
     tree.add_if(has_offset, Word::Offset, offset);
     tree.add_if(has_rate, Word::Rate, rate);
     tree.add_flag(Word::Quiet, has_quiet && quiet);
-    send(tree.take());
+    send_command(tree);
 }
 
 void APICommand::cmd_drive(AString const &xid, Car const &other_car)
@@ -48,7 +49,7 @@ void APICommand::cmd_cars(AString const &xid, unsigned int const &count)
 {
     CommandTree tree(xid, Word::cars);
     tree.add(Word::Count, count);
-    send(tree.take());
+    send_command(tree);
 }
 
 void APICommand::cmd_get_road(AString const &xid, SideSet const &side_set, bool has_speed,
@@ -57,7 +58,7 @@ void APICommand::cmd_get_road(AString const &xid, SideSet const &side_set, bool 
     CommandTree tree(xid, Word::get_road);
     tree.add(Word::SideSet, side_set);
     tree.add_speed_if(has_speed, Word::Speed, speed);
-    send(tree.take());
+    send_command(tree);
 }
 
 void APICommand::cmd_get_road(AString const &xid, SideSet const &side_set)

@@ -6,47 +6,53 @@
 
 namespace VCTP3 {
 
+static constexpr std::string_view texts[] = {
+    "Car",
+    "Cars",
+    "ChannelReportType",
+    "Code",
+    "Count",
+    "Lane",
+    "Message",
+    "Name",
+    "Names",
+    "Offset",
+    "Open",
+    "OtherCar",
+    "Quiet",
+    "Rate",
+    "ReportType",
+    "Road",
+    "Serial",
+    "Side",
+    "SideSet",
+    "Speed",
+    "car",
+    "cars",
+    "cmd",
+    "drive",
+    "error",
+    "get_road",
+    "lamp",
+    "names",
+    "ok",
+    "passed",
+    "reply",
+    "report",
+    "road",
+    "stop",
+    "xid",
+};
+
 AString const &word(Word id)
 {
-    static constexpr char const *texts[] = {
-        "Car",
-        "Cars",
-        "ChannelReportType",
-        "Code",
-        "Count",
-        "Lane",
-        "Message",
-        "Name",
-        "Names",
-        "Offset",
-        "Open",
-        "OtherCar",
-        "Quiet",
-        "Rate",
-        "ReportType",
-        "Road",
-        "Serial",
-        "Side",
-        "SideSet",
-        "Speed",
-        "car",
-        "cars",
-        "cmd",
-        "drive",
-        "error",
-        "get_road",
-        "lamp",
-        "names",
-        "ok",
-        "passed",
-        "reply",
-        "report",
-        "road",
-        "stop",
-        "xid",
-    };
     static WordList const list(texts);
     return list[static_cast<unsigned int>(id)];
+}
+
+std::string_view word_bytes(Word id)
+{
+    return texts[static_cast<unsigned int>(id)];
 }
 
 } // namespace VCTP3

@@ -5,6 +5,8 @@
 
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
 
+#include <string_view>
+
 namespace VCTP3 {
 
 /// Every tag of the protocol.
@@ -48,6 +50,8 @@ enum class Word : unsigned short {
 
 /// The text of a word, one string shared by the whole process.
 TARN_EXPORT AString const &word(Word id);
+/// The same as bytes.
+std::string_view word_bytes(Word id);
 
 /// Replies and, behind them, reports by their number in the tables.
 enum class MessageId : unsigned char {
