@@ -22,7 +22,8 @@ add_custom_command(
     ${PROJECT_BINARY_DIR}/public_headers.txt ${plain} ${generated}
   COMMENT "Forwarding headers"
   VERBATIM)
-add_custom_target(forwarding_headers ALL DEPENDS ${PROJECT_BINARY_DIR}/forwarding.stamp)
+add_custom_target(forwarding_headers DEPENDS ${PROJECT_BINARY_DIR}/forwarding.stamp)
+add_dependencies(Tarn forwarding_headers)
 if(TARGET vctp3_generate)
   add_dependencies(forwarding_headers vctp3_generate)
 endif()

@@ -12,8 +12,10 @@ import re
 import sys
 
 # Classes at the left margin; sources are kept by clang-format, which indents everything nested.
-CLASS = re.compile(r"^(?:class|struct)\s+(?:[A-Z_]+_EXPORT\s+)?([A-Za-z]\w*)(?:\s+final)?\s*(?::[^:].*)?$")
-ALIAS = re.compile(r"^using\s+([A-Z]\w*)\s*=")
+CLASS = re.compile(r"^(?:template <.*> )?(?:class|struct)\s+(?:[A-Z_]+_EXPORT\s+)?([A-Za-z]\w*)(?:\s+final)?\s*(?::[^:].*)?$")
+ALIAS = re.compile(r"^(?:template <.*> )?using\s+([A-Z]\w*)\s*=")
+# A function that is named like a class stands for one.
+FUNCTION = re.compile(r"^TARN_EXPORT [\w:]+ ([A-Z]+[a-z]\w*)\(")
 SPACE = re.compile(r"^namespace\s+(A[A-Z]\w*)")
 ENUM = re.compile(r"^enum class\s+([A-Za-z]\w*)")
 
@@ -24,7 +26,7 @@ def classes(text):
         match = CLASS.match(line)
         if match and number + 1 < len(lines) and lines[number + 1].lstrip().startswith(("{", ":")):
             yield match.group(1)
-        match = ALIAS.match(line) or ENUM.match(line) or SPACE.match(line)
+        match = ALIAS.match(line) or ENUM.match(line) or SPACE.match(line) or FUNCTION.match(line)
         if match:
             yield match.group(1)
 

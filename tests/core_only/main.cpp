@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A program on the core alone: a command goes out as bytes, its reply comes back.
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/client.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse.h"
 
 #include <cstdio>
 #include <string>
