@@ -20,23 +20,15 @@ public:
         Failed
     };
 
-    XMLTagMatch(std::string of, bool closing_form)
-        : name(std::move(of))
-        , closing(closing_form)
-    {
-    }
-    /// Begins behind a "<".
-    void restart()
-    {
-        step = closing ? BeforeSlash : BeforeName;
-        done = 0;
-        state = Undecided;
-    }
-    /// Takes bytes as far as needed to decide. Returns how many it looked at.
+    XMLTagMatch(std::string const &of, bool closing_form);
+    /// Begins behind a "<" and takes bytes as far as needed to decide. Returns how many.
+    std::size_t start(char const *p, std::size_t n);
+    /// Goes on with the bytes that follow.
     std::size_t feed(char const *p, std::size_t n);
 
     State state = Failed;
     std::string const name;
+    std::string const plain; // what stands behind "<" where there are no blanks
 
 private:
     enum Step
@@ -92,8 +84,8 @@ private:
     bool find_closing(char const *p, std::size_t count);
     /// Goes to the next "<" unless it is on one.
     bool next_mark(char const *p, std::size_t count);
-    /// Returns the place behind the bytes that \a match has taken.
-    std::size_t feed(XMLTagMatch &match, char const *p, std::size_t count);
+    /// Returns the place behind the bytes that \a match has taken, from the start or further on.
+    std::size_t feed(XMLTagMatch &match, bool fresh, char const *p, std::size_t count);
 
     std::vector<Tag> configured;
     Tag *found = nullptr; // the tag at `opening`, once it is known
