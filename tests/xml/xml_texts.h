@@ -3,6 +3,7 @@
 
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_reader_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_tree.h"
 
 #include <QByteArray>
@@ -34,4 +35,11 @@ inline QByteArray sent(XMLTree const &tree, XMLTree::FlattenStyle style = XMLTre
     };
     tree.send_utf8({add, &bytes}, style, short_empty);
     return bytes;
+}
+
+/// Parses bytes as a message of a stream is parsed.
+inline XMLTree read_bytes(XMLReader &reader, QByteArray const &bytes)
+{
+    QByteArray const padded = bytes + QByteArray(qsizetype(XMLReader::slack), '>');
+    return reader.read_utf8({padded.constData(), static_cast<std::size_t>(bytes.size())});
 }

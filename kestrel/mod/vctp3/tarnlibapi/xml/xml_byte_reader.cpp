@@ -3,6 +3,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_reader_p.h"
 
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace {
@@ -11,21 +12,19 @@ enum Class : std::uint8_t
 {
     Letter = 1,
     NameRest = 2,
-    Space = 4,
-    Plain = 8
+    Space = 4
 };
 
-/// What each byte may be part of. Plain bytes stand for themselves in content.
+/// What each byte may be part of.
 constexpr std::array<std::uint8_t, 256> make_classes()
 {
     std::array<std::uint8_t, 256> classes{};
-    for (unsigned int c = 1; c < 128; ++c) {
+    for (unsigned int c = 0; c < 128; ++c) {
         bool const letter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
         bool const name = letter || (c >= '0' && c <= '9') || c == '_';
         bool const space = c == ' ' || (c >= '\t' && c <= '\r');
-        bool const plain = c != '<' && c != '>' && c != '&';
-        classes[c] = static_cast<std::uint8_t>((letter ? Letter : 0) | (name ? NameRest : 0)
-            | (space ? Space : 0) | (plain ? Plain : 0));
+        classes[c] = static_cast<std::uint8_t>(
+            (letter ? Letter : 0) | (name ? NameRest : 0) | (space ? Space : 0));
     }
     return classes;
 }
@@ -43,100 +42,188 @@ char const *skip(Class c, char const *p)
     return p;
 }
 
-} // namespace
+/// Eight bytes, the first one lowest.
+std::uint64_t load(char const *p)
+{
+    std::uint64_t eight;
+    std::memcpy(&eight, p, 8);
+    if constexpr (std::endian::native == std::endian::big)
+        eight = __builtin_bswap64(eight);
+    return eight;
+}
 
-// Every loop over bytes ends at the last byte, ">", at the latest.
-bool XMLByteReader::read()
+/// Which of eight bytes does not stand for itself in content: "<", ">", "&", 0 and all from 128
+/// up. The highest bit of the first such byte is set; those of later bytes mean nothing.
+std::uint64_t first_mark(std::uint64_t eight)
+{
+    constexpr std::uint64_t ones = 0x0101010101010101u;
+    constexpr std::uint64_t highs = 0x80 * ones;
+    auto const zeros = [](std::uint64_t bytes) { return (bytes - ones) & ~bytes; };
+    // "<" and ">" differ in one bit.
+    std::uint64_t const brackets = (eight | 2 * ones) ^ '>' * ones;
+    return (zeros(brackets) | zeros(eight ^ '&' * ones) | zeros(eight) | eight) & highs;
+}
+
+/// Reads one message. Each method that takes a place reads what stands there and returns the place
+/// behind it, or null to give up. Every loop over bytes ends at the last byte, ">", at the latest:
+/// it is no space, no part of a name and a mark in content.
+class ByteReader
+{
+public:
+    ByteReader(std::string_view of, XMLDraft &into, XMLNameMemory &with)
+        : begin(of.data())
+        , end(of.data() + of.size())
+        , draft(into)
+        , memory(with)
+    {
+    }
+    bool read();
+
+private:
+    char const *read_closing(char const *p);
+    char const *read_opening(char const *p);
+    char const *read_content(char const *p);
+    char const *widen(char const *p);
+    char const *read_entity(char const *p, AChar *to) const;
+    char const *read_multibyte(char const *p, AChar *to) const;
+
+    char const *const begin;
+    char const *const end;
+    XMLDraft &draft;
+    XMLNameMemory &memory;
+    unsigned int last = 0; // hint of the element that was opened last
+};
+
+bool ByteReader::read()
 {
     char const *p = begin;
-    for (;;) {
-        if (!(p[1] == '/' ? read_closing(p) : read_opening(p)))
+    while (p && p != end) {
+        p = p[1] == '/' ? read_closing(p) : read_opening(p);
+        if (!draft.has_open())
+            return p == end;
+        if (!p || p == end)
             return false;
-        if (!draft.has_open() || p == end)
-            return p == end && !draft.has_open();
-        p = skip(Space, p);
-        if (*p != '<')
-            return false;
+        if (p[0] == '\r' && p[1] == '\n')
+            p += 2;
+        if (*p != '<') {
+            p = skip(Space, p);
+            if (*p != '<')
+                return false;
+        }
     }
+    return false;
 }
 
-bool XMLByteReader::read_closing(char const *&p)
+char const *ByteReader::read_closing(char const *p)
 {
     if (!draft.has_open())
-        return false;
-    XMLSlice const name = draft.top().source;
-    if (end - p < static_cast<std::ptrdiff_t>(name.length) + 3)
-        return false;
-    if (std::memcmp(p + 2, begin + name.start, name.length) != 0 || p[2 + name.length] != '>')
-        return false;
-    p += name.length + 3;
-    draft.pop();
-    return true;
-}
-
-bool XMLByteReader::read_opening(char const *&p)
-{
-    char const *const name = p + 1;
-    if (!is(Letter, *name))
-        return false;
-    p = skip(NameRest, name);
-    draft.push({name, static_cast<std::size_t>(p - name)}, static_cast<std::size_t>(name - begin));
-    if (*p == '>')
-        return read_content(++p);
-    p = skip(Space, p);
-    if (*p != '/' || p[1] != '>')
-        return false;
-    p += 2;
-    draft.pop();
-    return true;
-}
-
-/// Behind an opening tag: takes the text if a closing tag follows it.
-bool XMLByteReader::read_content(char const *&p)
-{
-    char const *const content = p;
-    if (p == end)
-        return false;
-    p = skip(Space, p);
-    if (*p == '<' && p[1] != '/')
-        return true;
-    auto const *const mark
-        = static_cast<char const *>(std::memchr(p, '<', static_cast<std::size_t>(end - p)));
-    p = mark;
-    return mark && widen(content, mark) && read_closing(p);
-}
-
-bool XMLByteReader::widen(char const *p, char const *to)
-{
-    XMLSlice kept{static_cast<std::uint32_t>(draft.text.size()), 0};
-    while (p != to) {
-        if (is(Plain, *p)) {
-            draft.text.push_back(static_cast<unsigned char>(*p++));
-            continue;
-        }
-        std::string_view const rest(p, static_cast<std::size_t>(to - p));
-        if (*p == '&') {
-            char32_t character = U'&';
-            std::size_t length = 1;
-            for (XMLEscape const &escape : xml_escapes) {
-                if (rest.starts_with(escape.entity)) {
-                    character = escape.character;
-                    length = escape.entity.size();
-                }
-            }
-            draft.text.push_back(character);
-            p += length;
-            continue;
-        }
-        AChar c;
-        unsigned long long length = 0;
-        // An overlong form may stand for a mark, which only the other reader looks for.
-        if (*p == '>' || !AChar::consume_utf8(p, rest.size(), &c, &length) || c.is_ascii())
-            return false;
-        draft.text.push_back(c.ord());
-        p += length;
+        return nullptr;
+    XMLNode const &node = draft.top();
+    std::size_t length = 0;
+    if (node.named) {
+        if (!node.name->stands_at(p + 2))
+            return nullptr;
+        length = node.name->length;
+    } else {
+        length = static_cast<std::size_t>(skip(NameRest, p + 2) - (p + 2));
+        if (p[2 + length] != '>' || !draft.top_is(std::string_view(p + 2, length)))
+            return nullptr;
     }
-    kept.length = static_cast<std::uint32_t>(draft.text.size()) - kept.start;
-    draft.top().content = kept;
-    return true;
+    draft.pop();
+    return p + 2 + length + 1;
+}
+
+char const *ByteReader::read_opening(char const *p)
+{
+    XMLNameEntry const *&guess = memory.guess(last, draft.has_open() ? draft.top().hint : 0);
+    if (guess && guess->stands_at(p + 1)) {
+        last = draft.push(guess).hint;
+        return read_content(p + 1 + guess->length + 1);
+    }
+    if (!is(Letter, p[1]))
+        return nullptr;
+    char const *const behind = skip(NameRest, p + 1);
+    XMLNode const &node = draft.push({p + 1, static_cast<std::size_t>(behind - p - 1)});
+    last = node.hint;
+    if (node.named)
+        guess = node.name;
+    if (*behind == '>')
+        return read_content(behind + 1);
+    p = skip(Space, behind);
+    if (*p != '/' || p[1] != '>')
+        return nullptr;
+    draft.pop();
+    return p + 2;
+}
+
+/// Behind an opening tag: takes the text if a closing tag follows it, and that too.
+char const *ByteReader::read_content(char const *p)
+{
+    if (p == end || (p[0] == '\r' && p[1] == '\n' && p[2] == '<' && p[3] != '/'))
+        return p;
+    if (*p == '<')
+        return p[1] == '/' ? read_closing(p) : p;
+    std::uint32_t const start = draft.kept_so_far();
+    char const *const mark = widen(p);
+    if (mark && mark[1] == '/') {
+        draft.top().text = draft.kept_from(start);
+        return read_closing(mark);
+    }
+    draft.keep_to(draft.room() - (draft.kept_so_far() - start));
+    return p; // where only white space is taken
+}
+
+/// Keeps text up to "<" and returns where that stands.
+char const *ByteReader::widen(char const *p)
+{
+    AChar *to = draft.room();
+    for (;;) {
+        std::uint64_t const eight = load(p);
+        for (unsigned int i = 0; i < 8; ++i)
+            to[i] = AChar(static_cast<unsigned char>(p[i]));
+        std::uint64_t const mark = first_mark(eight);
+        std::size_t const plain
+            = mark == 0 ? 8 : static_cast<std::size_t>(std::countr_zero(mark)) / 8;
+        to += plain;
+        p += plain;
+        if (mark == 0)
+            continue;
+        if (*p == '<')
+            break;
+        p = *p == '&' ? read_entity(p, to) : read_multibyte(p, to);
+        if (!p)
+            return nullptr;
+        ++to;
+    }
+    draft.keep_to(to);
+    return p;
+}
+
+char const *ByteReader::read_entity(char const *p, AChar *to) const
+{
+    std::string_view const rest(p, static_cast<std::size_t>(end - p));
+    for (XMLEscape const &escape : xml_escapes) {
+        if (rest.starts_with(escape.entity)) {
+            *to = AChar(escape.character);
+            return p + escape.entity.size();
+        }
+    }
+    *to = AChar(U'&');
+    return p + 1;
+}
+
+char const *ByteReader::read_multibyte(char const *p, AChar *to) const
+{
+    unsigned long long length = 0;
+    // ">" is an error. An overlong form may stand for a mark, which only the other reader sees.
+    if (!AChar::consume_utf8(p, static_cast<std::size_t>(end - p), to, &length) || to->is_ascii())
+        return nullptr;
+    return p + length;
+}
+
+} // namespace
+
+bool xml_read_plain(std::string_view bytes, XMLDraft &draft, XMLNameMemory &memory)
+{
+    return ByteReader(bytes, draft, memory).read();
 }

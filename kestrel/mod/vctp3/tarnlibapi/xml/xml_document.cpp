@@ -21,22 +21,9 @@ XMLTree hold(XMLNode const &node)
 
 // --- XMLNode ---
 
-XMLNode::XMLNode(XMLNodeDraft const &draft, std::uint32_t at)
-    : XMLElement(Parsed)
-    , index(at)
-    , end(draft.end)
-    , attributes(draft.attributes)
-    , text(draft.content)
-    , name(draft.name)
-    , unnamed(draft.tag)
-    , self()
-{
-    self.element = this;
-}
-
 AString XMLNode::tag() const
 {
-    return name ? name->text : document()->slice(unnamed);
+    return named ? name->text : document()->slice(unnamed);
 }
 
 AString XMLNode::content() const
@@ -46,7 +33,7 @@ AString XMLNode::content() const
 
 bool XMLNode::has_tag(AString const &tag) const
 {
-    if (name)
+    if (named)
         return name->text == tag;
     return unnamed.length == tag.length() && document()->slice(unnamed) == tag;
 }
@@ -62,24 +49,28 @@ XMLNode const *XMLNode::find_child(AString const &tag) const
 // --- XMLDocument ---
 
 XMLDocument::XMLDocument(
-    std::uint32_t nodes, std::vector<XMLAttribute> found, AStringStorageRef store)
+    std::uint32_t nodes, std::span<XMLAttribute const> found, AStringStorageRef store)
     : node_count(nodes)
     , text(std::move(store))
-    , attributes(std::move(found))
+    , attributes(found.empty()
+              ? nullptr
+              : std::make_unique<std::vector<XMLAttribute> const>(found.begin(), found.end()))
 {
 }
 
-XMLTree XMLDocument::make(std::span<XMLNodeDraft const> drafts,
-    std::vector<XMLAttribute> attributes, AStringStorageRef text)
+void *XMLDocument::allocate(std::uint32_t nodes)
 {
-    static_assert(sizeof(XMLDocument) % alignof(XMLNode) == 0);
-    void *const block = ::operator new(sizeof(XMLDocument) + drafts.size() * sizeof(XMLNode));
-    auto const count = static_cast<std::uint32_t>(drafts.size());
-    auto *const document = new (block) XMLDocument(count, std::move(attributes), std::move(text));
-    auto *const nodes = reinterpret_cast<XMLNode *>(document + 1);
-    for (std::uint32_t i = 0; i < count; ++i)
-        new (nodes + i) XMLNode(drafts[i], i);
-    return XMLAccess::adopt(nodes);
+    return ::operator new(header_size() + nodes * sizeof(XMLNode));
+}
+
+XMLTree XMLDocument::make(void *memory, std::uint32_t nodes,
+    std::span<XMLAttribute const> attributes, AStringStorageRef text)
+{
+    new (memory) XMLDocument(nodes, attributes, std::move(text));
+    XMLNode *const node = nodes_in(memory);
+    for (std::uint32_t i = 0; i < nodes; ++i)
+        XMLAccess::place(node[i].handle, node + i);
+    return XMLAccess::adopt(node);
 }
 
 void XMLDocument::release()
@@ -94,7 +85,7 @@ void XMLDocument::release_block()
 {
     if (blocks.fetch_sub(1, std::memory_order_acq_rel) == 1) {
         this->~XMLDocument();
-        ::operator delete(this);
+        free(this);
     }
 }
 
@@ -165,20 +156,20 @@ XMLTree::Attributes XMLDocument::make_attributes(XMLNode const &node) const
     if (node.attributes == 0)
         return map;
     for (std::size_t i = node.attributes - 1;
-         i < attributes.size() && attributes[i].node == node.index; ++i)
-        map[slice(attributes[i].name)] = slice(attributes[i].value);
+         i < attributes->size() && (*attributes)[i].node == node.index; ++i)
+        map[slice((*attributes)[i].name)] = slice((*attributes)[i].value);
     return map;
 }
 
 // --- XMLValue ---
 
 XMLValue::XMLValue()
-    : XMLElement(Built)
+    : XMLElement{Built}
 {
 }
 
 XMLValue::XMLValue(XMLNode const &node)
-    : XMLElement(Built)
+    : XMLElement{Built}
     , tag(node.tag())
     , content(node.content())
 {
@@ -190,7 +181,7 @@ XMLValue::XMLValue(XMLNode const &node)
 }
 
 XMLValue::XMLValue(XMLValue const &other)
-    : XMLElement(Built)
+    : XMLElement{Built}
     , null(other.null)
     , tag(other.tag)
     , content(other.content)

@@ -5,9 +5,12 @@
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_vocabulary_p.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <span>
+#include <type_traits>
 #include <vector>
 
 using AStringStorageRef = ARef<AStringInternalStorageStruct>;
@@ -20,41 +23,29 @@ struct XMLElement
         Parsed,
         Built
     };
-
-    explicit XMLElement(Kind of)
-        : kind(of)
-    {
-    }
-    Kind const kind;
+    Kind kind;
 };
 
 /// Part of the text of a message, in code points.
 struct XMLSlice
 {
-    std::uint32_t start = 0;
-    std::uint32_t length = 0;
-};
-
-/// What a reader notes about an element before the message's memory is made.
-struct XMLNodeDraft
-{
-    XMLNameEntry const *name = nullptr;
-    XMLSlice tag; // where the name is not registered
-    XMLSlice content;
-    XMLSlice source; // where the name stands in what is read
-    std::uint32_t end = 0; // while the element is open: the one around it
-    std::uint32_t attributes = 0; // 1 + place of the first one, 0 for none
+    std::uint32_t start;
+    std::uint32_t length;
 };
 
 struct XMLDocument;
 
 /// An element of a parsed message. Nodes lie in document order, so the descendants of a node are
-/// those between it and its end.
+/// those between it and its end. They are plain memory that moves while a message is read, and do
+/// not change after that.
 struct XMLNode : XMLElement
 {
-    XMLNode(XMLNodeDraft const &draft, std::uint32_t at);
-
     XMLDocument *document() const;
+    /// The tree that `get_subnode` refers to. It holds no reference and is never destroyed.
+    XMLTree const &tree() const
+    {
+        return *std::launder(reinterpret_cast<XMLTree const *>(&handle));
+    }
     bool has_children() const { return end != index + 1; }
     XMLNode const *first_child() const { return has_children() ? this + 1 : nullptr; }
     /// Null when \a child is the last one of this node.
@@ -67,24 +58,25 @@ struct XMLNode : XMLElement
     AString content() const;
     XMLNode const *find_child(AString const &tag) const;
 
-    std::uint32_t const index;
-    std::uint32_t const end; // index behind the last descendant
-    std::uint32_t const attributes; // 1 + place of the first one in the document, 0 for none
-    XMLSlice const text; // of the content
-    XMLNameEntry const *const name; // null: then the tag is unnamed
-    XMLSlice const unnamed;
-    /// The tree that `get_subnode` refers to. It holds no reference and is never destroyed.
+    bool named; // which form the name has
+    std::uint16_t hint; // tells most names apart; 0 for those that are not registered
+    std::uint32_t index;
+    std::uint32_t end; // index behind the last descendant; of an open element: its parent
+    std::uint32_t attributes; // 1 + place of the first one in the document, 0 for none
+    XMLSlice text; // of the content
     union
     {
-        XMLTree self;
+        XMLNameEntry const *name;
+        XMLSlice unnamed;
     };
-    ~XMLNode() = delete;
+    alignas(XMLTree) std::byte handle[sizeof(XMLTree)];
 };
+static_assert(std::is_trivially_copyable_v<XMLNode>);
 
 /// An attribute of a parsed message.
 struct XMLAttribute
 {
-    std::uint32_t node = 0;
+    std::uint32_t node;
     XMLSlice name;
     XMLSlice value;
 };
@@ -97,8 +89,15 @@ struct XMLAttribute
 /// not keep each other alive, and a copy of such a list outlives the trees.
 struct XMLDocument
 {
-    /// Makes a document with one tree on its first node.
-    static XMLTree make(std::span<XMLNodeDraft const> drafts, std::vector<XMLAttribute> attributes,
+    /// Memory for a document with room for \a nodes behind it.
+    static void *allocate(std::uint32_t nodes);
+    static void free(void *memory) { ::operator delete(memory); }
+    static XMLNode *nodes_in(void *memory)
+    {
+        return reinterpret_cast<XMLNode *>(static_cast<std::byte *>(memory) + header_size());
+    }
+    /// Makes a document of such memory, whose nodes are there, with one tree on the first.
+    static XMLTree make(void *memory, std::uint32_t nodes, std::span<XMLAttribute const> attributes,
         AStringStorageRef text);
 
     void hold() { trees.fetch_add(1, std::memory_order_relaxed); }
@@ -106,7 +105,6 @@ struct XMLDocument
     void hold_block() { blocks.fetch_add(1, std::memory_order_relaxed); }
     void release_block();
 
-    XMLNode const *nodes() const { return reinterpret_cast<XMLNode const *>(this + 1); }
     AString slice(XMLSlice at) const { return AString(text, at.start, at.length); }
     AList<XMLTree> const &subnodes(XMLNode const &node);
     XMLTree::Attributes const &attributes_of(XMLNode const &node);
@@ -120,7 +118,8 @@ private:
         std::atomic<XMLTree::Attributes *> attributes{nullptr};
     };
 
-    XMLDocument(std::uint32_t nodes, std::vector<XMLAttribute> found, AStringStorageRef store);
+    static constexpr std::size_t header_size();
+    XMLDocument(std::uint32_t nodes, std::span<XMLAttribute const> found, AStringStorageRef store);
     ~XMLDocument() = default;
     Members &members_of(XMLNode const &node);
     void drop_members();
@@ -129,7 +128,7 @@ private:
     std::atomic<std::uint32_t> blocks{1}; // one of them for all trees together
     std::uint32_t const node_count;
     AStringStorageRef const text;
-    std::vector<XMLAttribute> const attributes;
+    std::unique_ptr<std::vector<XMLAttribute> const> const attributes; // null for none
     std::atomic<Members *> members{nullptr}; // an array of node_count; made under the lazy mutex
 };
 
@@ -180,6 +179,11 @@ struct XMLAccess
         tree.element = element;
         return tree;
     }
+    /// Makes a tree on \a element in \a memory, without a reference.
+    static void place(std::byte *memory, XMLElement const *element)
+    {
+        (new (memory) XMLTree)->element = element;
+    }
     static XMLNode const *node(XMLTree const &tree)
     {
         return tree.element && tree.element->kind == XMLElement::Parsed
@@ -194,6 +198,12 @@ struct XMLAccess
             : nullptr;
     }
 };
+
+constexpr std::size_t XMLDocument::header_size()
+{
+    static_assert(sizeof(XMLDocument) % alignof(XMLNode) == 0);
+    return sizeof(XMLDocument);
+}
 
 inline XMLDocument *XMLNode::document() const
 {

@@ -12,13 +12,13 @@
 struct XMLParseEngine::Private
 {
     explicit Private(std::size_t of_size)
-        : buffer(of_size)
+        : buffer(of_size + XMLReader::slack)
         , size(of_size)
     {
     }
     char const *held() const { return buffer.data() + first; }
 
-    std::vector<char> buffer;
+    std::vector<char> buffer; // with slack behind its size
     std::size_t const size;
     std::size_t first = 0; // where the bytes held begin in the buffer
     std::size_t count = 0;

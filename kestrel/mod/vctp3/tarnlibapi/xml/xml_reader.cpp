@@ -6,8 +6,8 @@ XMLTree XMLReader::read_utf8(std::string_view bytes)
 {
     if (bytes.size() >= 4 && bytes.size() < XMLDraft::none && bytes.front() == '<'
         && bytes.back() == '>') {
-        draft.clear();
-        if (XMLByteReader(bytes, draft).read())
+        draft.clear(bytes.size());
+        if (xml_read_plain(bytes, draft, memory))
             return draft.finish();
     }
     return read(AString::from_utf8(bytes.data(), bytes.size()));
@@ -21,7 +21,7 @@ XMLTree XMLReader::read(AString const &text)
     code_points.reserve(text.length());
     for (AChar const c : text)
         code_points.push_back(c.ord());
-    draft.clear();
+    draft.clear(code_points.size());
     if (!XMLTextReader({code_points.data(), code_points.size()}, draft).read())
         return {};
     return draft.finish();

@@ -4,13 +4,35 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/tarn_export.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_draft_p.h"
 
+#include <array>
 #include <string_view>
+#include <utility>
+#include <vector>
+
+/// What a reader of bytes remembers between messages: which name followed which, under which
+/// parent. Most streams repeat a few kinds of messages, so the guess is mostly right, and a name
+/// that is guessed need not be measured and looked up.
+class XMLNameMemory
+{
+public:
+    /// The place of the guess for the element behind and inside those with the given hints.
+    XMLNameEntry const *&guess(unsigned int before, unsigned int parent)
+    {
+        return guesses[(before + parent * 37) % guesses.size()];
+    }
+
+private:
+    std::array<XMLNameEntry const *, 1024> guesses{};
+};
 
 /// Turns the text of one element into a tree. Keeps its scratch memory for the next one.
 /// Thread: one at a time.
 class TARN_AUTOTEST_EXPORT XMLReader
 {
 public:
+    /// Bytes behind a message that must be readable; what they hold is of no effect.
+    static constexpr std::size_t slack = XMLNameEntry::reach;
+
     /// Null when the text is not one well-formed element. Text that can be read as UTF-8 only in
     /// part counts up to where that ends.
     XMLTree read_utf8(std::string_view bytes);
@@ -18,6 +40,7 @@ public:
 
 private:
     XMLDraft draft;
+    XMLNameMemory memory;
     std::vector<char32_t> code_points;
 };
 
@@ -59,29 +82,8 @@ private:
     std::vector<Attribute> attributes; // of the last token
 };
 
-/// Reads messages as they are mostly written, straight from the bytes: plain tags without
-/// attributes, white space in ASCII, valid UTF-8. It gives up on all else, which says nothing
-/// about the message.
-class XMLByteReader
-{
-public:
-    /// \a of begins with "<" and ends with ">".
-    XMLByteReader(std::string_view of, XMLDraft &into)
-        : begin(of.data())
-        , end(of.data() + of.size())
-        , draft(into)
-    {
-    }
-    /// True when the message was read; the draft is then complete.
-    bool read();
-
-private:
-    bool read_closing(char const *&p);
-    bool read_opening(char const *&p);
-    bool read_content(char const *&p);
-    bool widen(char const *p, char const *to);
-
-    char const *const begin;
-    char const *const end;
-    XMLDraft &draft;
-};
+/// Reads a message as it is mostly written, straight from the bytes: plain tags without attributes,
+/// white space in ASCII, valid UTF-8. True when it was read; the draft is then complete. False says
+/// nothing about the message.
+/// \a bytes begin with "<" and end with ">", and `XMLReader::slack` bytes follow them.
+bool xml_read_plain(std::string_view bytes, XMLDraft &draft, XMLNameMemory &memory);

@@ -142,23 +142,17 @@ bool XMLTextReader::read_attribute(std::u32string_view piece)
 
 void XMLTextReader::push(Token const &token)
 {
-    std::string const name(token.name.begin(), token.name.end());
-    draft.push(name, static_cast<std::size_t>(token.name.data() - text.data()));
-    if (attributes.empty())
-        return;
-    draft.top().attributes = static_cast<std::uint32_t>(draft.attributes.size() + 1);
-    auto const node = static_cast<std::uint32_t>(draft.nodes.size() - 1);
-    for (auto const &[key, value] : attributes)
-        draft.attributes.push_back({node, draft.keep(key), draft.keep(value)});
+    draft.push(std::string(token.name.begin(), token.name.end()));
+    for (auto const &[name, value] : attributes)
+        draft.add_attribute(name, value);
 }
 
 bool XMLTextReader::pop(Token const &token, std::u32string_view between)
 {
-    XMLNodeDraft &node = draft.top();
-    if (text.substr(node.source.start, node.source.length) != token.name)
+    if (!draft.top_is(token.name))
         return false;
     if (!draft.top_has_children())
-        node.content = unescape(between);
+        draft.top().text = unescape(between);
     else if (!all_space(between))
         return false;
     draft.pop();
@@ -167,7 +161,7 @@ bool XMLTextReader::pop(Token const &token, std::u32string_view between)
 
 XMLSlice XMLTextReader::unescape(std::u32string_view content)
 {
-    XMLSlice kept{static_cast<std::uint32_t>(draft.text.size()), 0};
+    std::uint32_t const start = draft.kept_so_far();
     while (!content.empty()) {
         std::size_t const plain = std::min(content.find(U'&'), content.size());
         draft.keep(content.substr(0, plain));
@@ -180,9 +174,8 @@ XMLSlice XMLTextReader::unescape(std::u32string_view content)
         };
         auto const escape = std::find_if(xml_escapes.begin(), xml_escapes.end(), stands_here);
         bool const known = escape != xml_escapes.end();
-        draft.text.push_back(known ? escape->character : U'&');
+        draft.keep(std::u32string_view(known ? &escape->character : content.data(), 1));
         content.remove_prefix(known ? escape->entity.size() : 1);
     }
-    kept.length = static_cast<std::uint32_t>(draft.text.size()) - kept.start;
-    return kept;
+    return draft.kept_from(start);
 }

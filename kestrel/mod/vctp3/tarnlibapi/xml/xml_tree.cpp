@@ -215,7 +215,7 @@ XMLTree const &XMLTree::get_subnode(AString const &tag) const
 {
     if (XMLNode const *node = node_of(*this)) {
         XMLNode const *const child = node->find_child(tag);
-        return child ? child->self : get_null();
+        return child ? child->tree() : get_null();
     }
     if (element) {
         for (XMLTree const &child : value_of(*this)->children().const_ref()) {
@@ -228,7 +228,7 @@ XMLTree const &XMLTree::get_subnode(AString const &tag) const
 
 XMLTree const &XMLChildren::const_iterator::parsed() const
 {
-    return node->self;
+    return node->tree();
 }
 
 void XMLChildren::const_iterator::next_parsed()

@@ -133,8 +133,6 @@ public:
     friend TARN_EXPORT bool operator==(XMLTree const &a, XMLTree const &b);
 
 private:
-    friend struct XMLNode;
-    friend struct XMLValue;
     friend struct XMLAccess;
 
     static XMLTree const &get_null();

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::size_t longest_name = 255;
-
 /// Open addressing, at most half full. A slot is written once; readers need no lock.
 struct Table
 {
@@ -50,6 +48,7 @@ struct Vocabulary
     std::mutex mutex; // guards changes of the table; a leaf lock
     std::atomic<Table *> table{new Table(1024)};
     std::vector<Table *> outgrown; // guarded by mutex; a reader may still look there
+    std::vector<XMLNameEntry const *> hidden; // guarded by mutex
 };
 
 Vocabulary &vocabulary()
@@ -65,11 +64,17 @@ bool is_letter(char c)
 
 } // namespace
 
-XMLNameEntry::XMLNameEntry(std::string_view name)
-    : key(name)
+XMLNameEntry::XMLNameEntry(std::string_view name, std::uint32_t number)
+    : length(static_cast<std::uint32_t>(name.size()))
+    , hint(static_cast<std::uint16_t>(number))
     , bytes(name)
+    , key(name)
     , text(AString::immortal(AString::from_latin1(name.data(), name.size())))
 {
+    std::string const closed = bytes + '>';
+    std::size_t const compared = std::min<std::size_t>(closed.size(), 16);
+    std::memcpy(begin, closed.data(), compared);
+    std::memset(mask, 0xff, compared);
 }
 
 namespace XMLVocabulary {
@@ -103,18 +108,26 @@ XMLNameEntry const *add(std::string_view name)
         v.table.store(larger, std::memory_order_release);
         table = larger;
     }
-    XMLNameEntry const *const made = new XMLNameEntry(name);
+    XMLNameEntry const *const made
+        = new XMLNameEntry(name, static_cast<std::uint32_t>(table->used + 1));
     table->insert(made);
     return made;
+}
+
+XMLNameEntry const *add_hidden(std::string_view name)
+{
+    Vocabulary &v = vocabulary();
+    std::lock_guard const lock(v.mutex);
+    return v.hidden.emplace_back(new XMLNameEntry(name, 0));
 }
 
 } // namespace XMLVocabulary
 
 XMLName::XMLName(char const *text)
 {
-    std::string_view name(text ? text : "");
-    A_ASSERT(XMLVocabulary::is_name(name) && name.size() <= longest_name);
-    entry = XMLVocabulary::add(name);
+    std::string_view const name(text ? text : "");
+    bool const fits = XMLVocabulary::is_name(name) && name.size() <= XMLVocabulary::longest_name;
+    entry = A_ASSERT(fits) ? XMLVocabulary::add(name) : XMLVocabulary::add_hidden(name);
 }
 
 AString const &XMLName::text() const

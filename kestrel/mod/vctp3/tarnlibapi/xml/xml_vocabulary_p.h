@@ -25,18 +25,39 @@ struct XMLNameKey
     std::uint64_t length = 0;
 };
 
-/// A registered name. Entries are never freed or changed.
-struct XMLNameEntry
+/// A registered name. Entries are never freed or changed. What readers compare fills one line of
+/// the processor's cache.
+struct alignas(64) XMLNameEntry
 {
-    explicit XMLNameEntry(std::string_view name);
+    XMLNameEntry(std::string_view name, std::uint32_t number);
 
-    XMLNameKey key;
+    /// Bytes that `stands_at` may look at.
+    static constexpr std::size_t reach = 16 + 255; // the longest name
+
+    /// Whether the name with ">" behind it stands at \a p.
+    bool stands_at(char const *p) const
+    {
+        std::uint64_t there[2];
+        std::memcpy(there, p, 16);
+        if ((((there[0] ^ begin[0]) & mask[0]) | ((there[1] ^ begin[1]) & mask[1])) != 0)
+            return false;
+        return length < 16
+            || (p[length] == '>' && std::memcmp(p + 16, bytes.data() + 16, length - 16) == 0);
+    }
+
+    std::uint64_t begin[2]{}; // the first 16 bytes of the name and ">"
+    std::uint64_t mask[2]{}; // which bits of them count
+    std::uint32_t length = 0;
+    std::uint16_t hint = 0; // counts entries from 1 and wraps
     std::string bytes;
+    XMLNameKey key;
     AString text;
 };
 
 /// The registered names of the process.
 namespace XMLVocabulary {
+
+constexpr std::size_t longest_name = 255;
 
 /// Whether the parsers take \a name for a tag.
 bool is_name(std::string_view name);
@@ -44,6 +65,8 @@ bool is_name(std::string_view name);
 XMLNameEntry const *find(std::string_view name);
 /// The same, made if there is none yet.
 XMLNameEntry const *add(std::string_view name);
+/// An entry that is never found.
+XMLNameEntry const *add_hidden(std::string_view name);
 
 } // namespace XMLVocabulary
 

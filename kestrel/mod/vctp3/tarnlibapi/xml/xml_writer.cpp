@@ -34,7 +34,7 @@ public:
     void name(XMLTree const &tree)
     {
         XMLNode const *const node = XMLAccess::node(tree);
-        if (node && node->name)
+        if (node && node->named)
             ascii(node->name->bytes);
         else
             text(tree.get_tag());
