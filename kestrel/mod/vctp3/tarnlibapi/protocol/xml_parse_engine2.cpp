@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/xml_parse_engine2.h"
+
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse_engine.h"
+
+#include <QThread>
+#include <algorithm>
+#include <climits>
+#include <utility>
+
+namespace {
+
+/// Message bytes whose spent trees are worth a wake of an idle worker. While messages come in, the
+/// next pass frees them anyway.
+constexpr unsigned long long spent_wake_bytes = 256 * 1024;
+
+} // namespace
+
+XMLParseEngine2::XMLParseEngine2(unsigned long long buffer_size)
+    : engine(std::make_unique<XMLParseEngine>(buffer_size))
+    , engine_size(engine->available_buffer_space())
+    , worker_thread(new QThread)
+{
+    moveToThread(worker_thread);
+    worker_thread->start(QThread::InheritPriority);
+    connect(this, &XMLParseEngine2::wake_thread, this, &XMLParseEngine2::wake_thread_action);
+    connect(this, &XMLParseEngine2::drained, this, &XMLParseEngine2::input_wanted_again,
+        Qt::QueuedConnection);
+}
+
+XMLParseEngine2::~XMLParseEngine2()
+{
+    worker_thread->quit();
+    worker_thread->wait();
+    worker_thread->deleteLater();
+    // The end of each pass gives this lock back: from here on the worker's members are ours.
+    AProtect<OutputQueue>::Lock(output_queue)->entries.clear();
+}
+
+void XMLParseEngine2::config_tag(char const *tag)
+{
+    if (A_ASSERT(!flow_begun))
+        engine->config_tag(tag);
+}
+
+void XMLParseEngine2::input_bytes(QByteArray const &bytes)
+{
+    if (bytes.isEmpty())
+        return;
+    flow_begun = true;
+    auto const count = static_cast<unsigned long long>(bytes.size());
+    if (waiting.fetch_add(count) + count >= high_water + engine_size)
+        held_back = true;
+
+    std::list<InputQueueEntry> entry;
+    entry.push_back({generation, bytes});
+    bool wake = false;
+    {
+        AProtect<InputQueue>::Lock queue(input_queue);
+        queue->entries.splice(queue->entries.end(), entry);
+        wake = !std::exchange(queue->wake_sent, true);
+    }
+    if (wake)
+        Q_EMIT wake_thread(QPrivateSignal());
+}
+
+void XMLParseEngine2::input_bytes(unsigned long long byte_count, void const *data)
+{
+    if (A_ASSERT(byte_count < INT_MAX))
+        input_bytes(
+            QByteArray(static_cast<char const *>(data), static_cast<qsizetype>(byte_count)));
+}
+
+bool XMLParseEngine2::input_wanted() const
+{
+    // Only the consumer adds to what waits. So when this is false, `held_back` was set by the
+    // last bytes that were added, and whoever takes enough of them will see it.
+    return waiting < high_water + engine_size;
+}
+
+XMLTree XMLParseEngine2::get_xml()
+{
+    look_for_result();
+    if (result_state != HoldsResult)
+        return {};
+    result_state = NoResult;
+    return std::move(result);
+}
+
+bool XMLParseEngine2::parse_error()
+{
+    look_for_result();
+    return result_state == ParseError;
+}
+
+void XMLParseEngine2::reset()
+{
+    flow_begun = true;
+    ++generation;
+    std::list<InputQueueEntry> older;
+    std::list<InputQueueEntry> marker;
+    marker.push_back({generation, QByteArray()});
+    {
+        AProtect<InputQueue>::Lock queue(input_queue);
+        auto const first = std::find_if(queue->entries.begin(), queue->entries.end(),
+            [this](InputQueueEntry const &entry) { return is_current(entry.generation); });
+        older.splice(older.end(), queue->entries, queue->entries.begin(), first);
+        queue->entries.splice(queue->entries.end(), marker);
+    }
+    unsigned long long dropped = 0;
+    for (InputQueueEntry const &entry : older)
+        dropped += static_cast<unsigned long long>(entry.bytes.size());
+    no_longer_waits(dropped);
+
+    take_output();
+    result_state = NoResult;
+    result = XMLTree();
+}
+
+void XMLParseEngine2::wake_thread_action()
+{
+    if (!timer) {
+        timer = new ATimer(true);
+        connect(timer, &ATimer::timeout, this, qOverload<>(&XMLParseEngine2::process_input));
+        // It must end here, where it lives, and this is the last chance.
+        connect(worker_thread, &QThread::finished, timer, &QObject::deleteLater);
+    }
+    if (AProtect<InputQueue>::Lock(input_queue)->entries.empty())
+        publish();
+    else
+        timer->start();
+}
+
+void XMLParseEngine2::process_input()
+{
+    std::list<InputQueueEntry> entries;
+    {
+        AProtect<InputQueue>::Lock queue(input_queue);
+        entries.swap(queue->entries);
+        queue->wake_sent = false;
+    }
+    for (InputQueueEntry const &entry : entries)
+        process_input(entry);
+    publish();
+}
+
+void XMLParseEngine2::process_input(InputQueueEntry const &entry)
+{
+    unsigned long long const before
+        = static_cast<unsigned long long>(entry.bytes.size()) + engine_bytes();
+    unsigned long long messages = 0;
+    if (is_current(entry.generation)) {
+        if (entry.bytes.isEmpty()) {
+            parse_failed = false;
+            engine->reset();
+        } else if (!parse_failed) {
+            messages = parse(entry);
+        }
+    }
+    // What is neither in a message nor in the engine is gone.
+    no_longer_waits(before - messages - engine_bytes());
+}
+
+/// Returns the bytes of the messages that it found.
+unsigned long long XMLParseEngine2::parse(InputQueueEntry const &entry)
+{
+    char const *data = entry.bytes.constData();
+    auto left = static_cast<unsigned long long>(entry.bytes.size());
+    unsigned long long messages = 0;
+    for (;;) {
+        XMLTree tree = engine->get_xml();
+        if (!tree.is_null()) {
+            unsigned long long const bytes = engine->last_message_bytes();
+            output_new.push_back({entry.generation, std::move(tree), bytes});
+            messages += bytes;
+            continue;
+        }
+        if (engine->has_error())
+            break;
+        if (left == 0)
+            return messages;
+        unsigned long long const taken
+            = engine->input_bytes(std::min(left, engine->available_buffer_space()), data);
+        if (taken == 0)
+            break;
+        data += taken;
+        left -= taken;
+    }
+    send_output_error(entry.generation);
+    return messages;
+}
+
+void XMLParseEngine2::send_output_error(unsigned int of_generation)
+{
+    // Nothing behind it can be parsed, so it is said once and the rest of the stream is dropped.
+    parse_failed = true;
+    output_new.push_back({of_generation, XMLTree(), 0});
+}
+
+void XMLParseEngine2::publish()
+{
+    bool const any = !output_new.empty();
+    XMLQueue spent;
+    {
+        AProtect<OutputQueue>::Lock queue(output_queue);
+        queue->entries.splice(queue->entries.end(), output_new);
+        spent.swap(queue->spent);
+        queue->spent_bytes = 0;
+    }
+    // The consumer can be at work before the spent ones are freed.
+    if (any)
+        Q_EMIT parse_result_available();
+}
+
+unsigned long long XMLParseEngine2::engine_bytes() const
+{
+    return engine_size - engine->available_buffer_space();
+}
+
+void XMLParseEngine2::look_for_result()
+{
+    if (result_state != NoResult)
+        return;
+    if (output_pending.empty() || !is_current(output_pending.front().generation))
+        take_output();
+    if (output_pending.empty())
+        return;
+    result = output_pending.front().tree;
+    result_state = result.is_null() ? ParseError : HoldsResult;
+    no_longer_waits(output_pending.front().bytes);
+    spend_front();
+}
+
+/// Takes what the worker has added, drops what is of an older stream and gives back what is spent.
+void XMLParseEngine2::take_output()
+{
+    unsigned long long dropped = 0;
+    bool wake = false;
+    {
+        AProtect<OutputQueue>::Lock queue(output_queue);
+        output_pending.splice(output_pending.end(), queue->entries);
+        while (!output_pending.empty() && !is_current(output_pending.front().generation)) {
+            dropped += output_pending.front().bytes;
+            spend_front();
+        }
+        queue->spent.splice(queue->spent.end(), output_spent);
+        wake = queue->spent_bytes < spent_wake_bytes;
+        queue->spent_bytes += std::exchange(output_spent_bytes, 0);
+        wake = wake && queue->spent_bytes >= spent_wake_bytes;
+    }
+    no_longer_waits(dropped);
+    if (wake)
+        Q_EMIT wake_thread(QPrivateSignal());
+}
+
+/// The copy in the consumer's hands is then not the last one, and the tree is freed by the worker.
+void XMLParseEngine2::spend_front()
+{
+    output_spent_bytes += output_pending.front().bytes;
+    output_spent.splice(output_spent.end(), output_pending, output_pending.begin());
+}
+
+void XMLParseEngine2::no_longer_waits(unsigned long long bytes)
+{
+    if (bytes == 0)
+        return;
+    bool const low = waiting.fetch_sub(bytes) - bytes <= low_water + engine_size;
+    if (low && held_back && held_back.exchange(false))
+        Q_EMIT drained(QPrivateSignal());
+}
