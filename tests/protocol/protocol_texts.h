@@ -13,6 +13,17 @@ inline XMLTree tree_of(char const *text)
     return XMLParse(AString::from_utf8(text), &error);
 }
 
+/// The same tree put together by hand, so that nothing of it lies in a parsed message.
+inline XMLTree rebuilt(XMLTree const &tree)
+{
+    if (!tree.has_subnodes())
+        return XMLTree(tree.get_tag(), tree.get_content());
+    XMLTree result(tree.get_tag());
+    for (XMLTree const &child : tree.children())
+        result.add_subnode(rebuilt(child));
+    return result;
+}
+
 /// A tree as one line of text.
 inline AString line_of(XMLTree const &tree)
 {

@@ -6,6 +6,12 @@
 
 namespace VCTP3 {
 
+APIParser::APIParser()
+{
+    // Makes the protocol's names known before the first message is parsed.
+    word(Word::reply);
+}
+
 void APIParser::set_receive_debug_hook(AFunction1<XMLTree const &> const &hook)
 {
     receive_debug_hook = hook;

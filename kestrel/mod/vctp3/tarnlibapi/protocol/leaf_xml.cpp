@@ -159,7 +159,9 @@ bool read_enum_value(XMLTree const &parent, AString const &tag, EnumString const
     XMLTree const *element = find_element(parent, tag, error);
     if (!element)
         return false;
-    if (names.valid_name(element->get_content().despace(), out))
+    AString const content = element->get_content();
+    // Names have no space in them, and servers write none around them.
+    if (names.valid_name(content, out) || names.valid_name(content.despace(), out))
         return true;
     // Servers' logs know this text by the tag around the element and by the name of the type.
     return fail_reading(error,

@@ -18,7 +18,7 @@ template <typename Value> class TagTable;
 class TARN_EXPORT APIParser
 {
 public:
-    APIParser() = default;
+    APIParser();
     virtual ~APIParser() = default;
     APIParser(APIParser const &) = delete;
     APIParser &operator=(APIParser const &) = delete;
