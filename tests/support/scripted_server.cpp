@@ -177,6 +177,15 @@ qint64 ScriptedServer::bytes_sent() const
     return sent_in_all;
 }
 
+qint64 ScriptedServer::bytes_delivered() const
+{
+    Lock lock(mutex);
+    int on_the_way = 0;
+    if (!connections.empty())
+        ::ioctl(connections.back().descriptor, TIOCOUTQ, &on_the_way);
+    return sent_in_all - on_the_way;
+}
+
 bool ScriptedServer::wait_for(std::function<bool()> const &state)
 {
     auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);

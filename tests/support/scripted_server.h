@@ -65,6 +65,8 @@ public:
     QByteArray received() const;
     /// Bytes that went to the kernel, of all connections.
     qint64 bytes_sent() const;
+    /// Those of them that have reached the far end's kernel, with the one connection there is.
+    qint64 bytes_delivered() const;
 
     /// Blocks until \a state is true; false if that takes more than 20 seconds.
     static bool wait_for(std::function<bool()> const &state);

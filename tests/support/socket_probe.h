@@ -4,6 +4,7 @@
 #include <QHostAddress>
 
 #include <netinet/in.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/time.h>
@@ -34,6 +35,13 @@ inline int option(int descriptor, int level, int name)
     int value = -1;
     socklen_t length = sizeof value;
     return ::getsockopt(descriptor, level, name, &value, &length) == 0 ? value : -1;
+}
+
+/// Bytes that have arrived and that nobody has read.
+inline int unread_bytes(int descriptor)
+{
+    int count = 0;
+    return ::ioctl(descriptor, FIONREAD, &count) == 0 ? count : 0;
 }
 
 /// What a write may leave in the kernel; it takes at least some 4 KiB.

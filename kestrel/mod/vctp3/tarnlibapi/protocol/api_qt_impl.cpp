@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt_impl_p.h"
+
+namespace VCTP3 {
+
+void APIQtImpl::send(void const *data, unsigned long long size)
+{
+    owner->send(data, size);
+}
+
+} // namespace VCTP3
