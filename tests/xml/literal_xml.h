@@ -5,8 +5,12 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_list.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_tree.h"
 
+#include <algorithm>
+#include <cstring>
 #include <map>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -188,6 +192,86 @@ inline std::optional<Element> parse(AString text)
         position = token.end;
     }
 }
+
+/// Where the opening or the closing form of a tag stands.
+struct Form
+{
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// The first such form from a place on.
+inline std::optional<Form> find_form(
+    std::string_view bytes, std::size_t from, std::string_view tag, bool closing)
+{
+    for (std::size_t begin = from; begin < bytes.size(); ++begin) {
+        std::size_t place = begin;
+        auto const take = [&](std::string_view text) {
+            bool const there = bytes.substr(place).starts_with(text);
+            place += there ? text.size() : 0;
+            return there;
+        };
+        auto const skip = [&] {
+            while (place < bytes.size() && std::strchr("\x08\x09\x0a\x0d\x20", bytes[place])
+                && bytes[place] != 0)
+                ++place;
+            return true;
+        };
+        if (take("<") && skip() && (!closing || (take("/") && skip())) && take(tag) && skip()
+            && take(">"))
+            return Form{begin, place};
+    }
+    return {};
+}
+
+/// The engine in the same spirit: every search begins at the first byte held.
+class Engine
+{
+public:
+    Engine(std::size_t of_size, std::vector<std::string> root_tags)
+        : size(of_size)
+        , tags(std::move(root_tags))
+    {
+    }
+    std::size_t input(std::string_view bytes)
+    {
+        if (error)
+            return bytes.size();
+        std::size_t const taken = std::min(bytes.size(), size - held.size());
+        held += bytes.substr(0, taken);
+        return taken;
+    }
+    std::optional<Element> get_xml()
+    {
+        if (error)
+            return {};
+        std::optional<Form> opening;
+        std::string tag;
+        for (std::string const &candidate : tags) {
+            std::optional<Form> const form = find_form(held, 0, candidate, false);
+            if (form && (!opening || form->begin < opening->begin)) {
+                opening = form;
+                tag = candidate;
+            }
+        }
+        if (!opening)
+            return {};
+        std::optional<Form> const closing = find_form(held, opening->begin, tag, true);
+        if (!closing)
+            return {};
+        std::optional<Element> const element = parse(
+            AString::from_utf8(held.data() + opening->begin, closing->end - opening->begin));
+        error = !element;
+        if (element)
+            held.erase(0, closing->end);
+        return element;
+    }
+
+    std::size_t size;
+    std::vector<std::string> tags;
+    std::string held;
+    bool error = false;
+};
 
 /// Whether a tree has the fields of an element, by each of the ways to ask it.
 inline bool same(XMLTree const &tree, Element const &element)

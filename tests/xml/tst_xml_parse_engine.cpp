@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse_engine.h"
 #include "tests/support/assert_log.h"
-#include "tests/xml/xml_texts.h"
+#include "tests/xml/literal_xml.h"
+#include "tests/xml/random_texts.h"
 
 #include <QTest>
 #include <algorithm>
@@ -39,6 +40,7 @@ private Q_SLOTS:
     void nothing_is_searched_twice_data();
     void nothing_is_searched_twice();
     void reset_forgets_the_search();
+    void random_streams_agree_with_the_literal_rules();
 };
 
 namespace {
@@ -444,6 +446,45 @@ void TestXMLParseEngine::reset_forgets_the_search()
         QCOMPARE(drain(engine), QByteArrayList({"<b>1</b>"}));
         engine.reset();
     }
+}
+
+void TestXMLParseEngine::random_streams_agree_with_the_literal_rules()
+{
+    RandomTexts texts(4);
+    int messages = 0;
+    for (int i = 0; i < 4000; ++i) {
+        std::vector<std::string> tags{"a", "Key", "reply"};
+        tags.resize(1 + texts.below(3));
+        std::size_t const size = texts.below(4) == 0 ? 16 + texts.below(100) : 4096;
+        LiteralXml::Engine literal(size, tags);
+        XMLParseEngine engine(size);
+        for (std::string const &tag : tags)
+            engine.config_tag(tag.c_str());
+        QByteArray stream;
+        for (unsigned int n = texts.below(5); n != 0; --n)
+            stream += texts.below(4) == 0 ? texts.garbage() : texts.message();
+        unsigned int const longest = 1 + texts.below(60);
+        for (qsizetype done = 0; done < stream.size();) {
+            QByteArray const piece = stream.mid(done, 1 + texts.below(longest));
+            unsigned long long const taken = feed(engine, piece);
+            QCOMPARE(taken, literal.input(piece.toStdString()));
+            for (;;) {
+                auto const element = literal.get_xml();
+                XMLTree const tree = engine.get_xml();
+                QCOMPARE(engine.has_error(), literal.error);
+                QCOMPARE(engine.available_buffer_space(), size - literal.held.size());
+                QCOMPARE(tree.is_null(), !element);
+                if (!element)
+                    break;
+                QVERIFY2(LiteralXml::same(tree, *element), stream.toPercentEncoding());
+                ++messages;
+            }
+            if (taken == 0 || engine.has_error())
+                break;
+            done += static_cast<qsizetype>(taken);
+        }
+    }
+    QVERIFY2(messages > 1000, qPrintable(QString::number(messages)));
 }
 
 QTEST_GUILESS_MAIN(TestXMLParseEngine)
