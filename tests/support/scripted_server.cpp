@@ -90,7 +90,7 @@ void ScriptedServer::say(QByteArray const &bytes)
     {
         Lock lock(mutex);
         for (Connection &connection : connections)
-            connection.to_send += bytes;
+            connection.to_send.append(bytes.constData(), bytes.size());
         stalled = false;
     }
     wake_thread();
