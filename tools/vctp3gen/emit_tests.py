@@ -230,9 +230,10 @@ def command_rows_cpp(vocabulary):
 def qt_rows_cpp(vocabulary):
     lines = []
     for command in vocabulary.commands.values():
+        replies = " ".join(reply.name for reply in command.group.replies)
         for what, values, xml in _command_rows(vocabulary, command):
             lines += [
-                f'    {{"{command.name}, {what}",',
+                f'    {{"{command.name}, {what}", "{replies}",',
                 join(f"        [](APIQt &c, Groups &g) {{ c.cmd_{command.name}",
                      [*values, f"g.group{command.group.number}"], "; },", "        "),
                 join(f"        [](APIQt &c) {{ c.cmd_{command.name}", values, "; },", "        "),
@@ -240,7 +241,14 @@ def qt_rows_cpp(vocabulary):
                 *[f"        {quoted(line)}" for line in xml.splitlines(keepends=True)],
                 "    },",
             ]
-    groups = [f"    {group.name} group{group.number};" for group in vocabulary.groups]
+    connects = []
+    for group in vocabulary.groups:
+        for reply in [*group.replies, vocabulary.replies["error"]]:
+            connects += [
+                f"    QObject::connect(&groups->group{group.number}, "
+                f"&{group.name}::sig_{reply.name}, &groups->context,",
+                f"        [notes](auto const &...values) {{ notes->note_{reply.name}(values...); }});",
+            ]
     return text([
         banner("commands.tbl and groups.tbl"),
         *include(f"{TESTS}/qt_rows.h", f"{TESTS}/samples.h"),
@@ -249,13 +257,15 @@ def qt_rows_cpp(vocabulary):
         "",
         "struct Groups",
         "{",
-        *groups,
+        *[f"    {group.name} group{group.number};" for group in vocabulary.groups],
+        "    QObject context;",
         "};",
         "",
-        "std::shared_ptr<Groups> make_groups(std::vector<QObject *> *list)",
+        "std::shared_ptr<Groups> make_groups(std::vector<QObject *> *list, ReplyNotes *notes)",
         "{",
         "    auto groups = std::make_shared<Groups>();",
         *[f"    list->push_back(&groups->group{group.number});" for group in vocabulary.groups],
+        *connects,
         "    return groups;",
         "}",
         "",

@@ -11,25 +11,40 @@ struct Groups
     CallbackGroup_set1 group1;
     CallbackGroup_set2 group2;
     CallbackGroup_set3 group3;
+    QObject context;
 };
 
-std::shared_ptr<Groups> make_groups(std::vector<QObject *> *list)
+std::shared_ptr<Groups> make_groups(std::vector<QObject *> *list, ReplyNotes *notes)
 {
     auto groups = std::make_shared<Groups>();
     list->push_back(&groups->group1);
     list->push_back(&groups->group2);
     list->push_back(&groups->group3);
+    QObject::connect(&groups->group1, &CallbackGroup_set1::sig_ok, &groups->context,
+        [notes](auto const &...values) { notes->note_ok(values...); });
+    QObject::connect(&groups->group1, &CallbackGroup_set1::sig_error, &groups->context,
+        [notes](auto const &...values) { notes->note_error(values...); });
+    QObject::connect(&groups->group2, &CallbackGroup_set2::sig_car, &groups->context,
+        [notes](auto const &...values) { notes->note_car(values...); });
+    QObject::connect(&groups->group2, &CallbackGroup_set2::sig_ok, &groups->context,
+        [notes](auto const &...values) { notes->note_ok(values...); });
+    QObject::connect(&groups->group2, &CallbackGroup_set2::sig_error, &groups->context,
+        [notes](auto const &...values) { notes->note_error(values...); });
+    QObject::connect(&groups->group3, &CallbackGroup_set3::sig_road, &groups->context,
+        [notes](auto const &...values) { notes->note_road(values...); });
+    QObject::connect(&groups->group3, &CallbackGroup_set3::sig_error, &groups->context,
+        [notes](auto const &...values) { notes->note_error(values...); });
     return groups;
 }
 
 static QtRow const rows[] = {
-    {"stop, short 0",
+    {"stop, short 0", "ok",
         [](APIQt &c, Groups &g) { c.cmd_stop(g.group1); },
         [](APIQt &c) { c.cmd_stop(); },
         1,
         "<stop />"
     },
-    {"drive, full",
+    {"drive, full", "ok",
         [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), true, sample_Offset(), true,
                 sample_Rate(), true, sample_Quiet(), g.group1); },
         [](APIQt &c) { c.cmd_drive(sample_OtherCar(), true, sample_Offset(), true, sample_Rate(),
@@ -47,7 +62,7 @@ static QtRow const rows[] = {
         "<Quiet />\r\n"
         "</drive>"
     },
-    {"drive, full, all absent",
+    {"drive, full, all absent", "ok",
         [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), false, sample_Offset(), false,
                 sample_Rate(), false, sample_Quiet(), g.group1); },
         [](APIQt &c) { c.cmd_drive(sample_OtherCar(), false, sample_Offset(), false, sample_Rate(),
@@ -62,7 +77,7 @@ static QtRow const rows[] = {
         "</OtherCar>\r\n"
         "</drive>"
     },
-    {"drive, short 0",
+    {"drive, short 0", "ok",
         [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), g.group1); },
         [](APIQt &c) { c.cmd_drive(sample_OtherCar()); },
         1,
@@ -75,7 +90,7 @@ static QtRow const rows[] = {
         "</OtherCar>\r\n"
         "</drive>"
     },
-    {"drive, short 1",
+    {"drive, short 1", "ok",
         [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), sample_Offset(), g.group1); },
         [](APIQt &c) { c.cmd_drive(sample_OtherCar(), sample_Offset()); },
         1,
@@ -89,7 +104,7 @@ static QtRow const rows[] = {
         "<Offset>-10</Offset>\r\n"
         "</drive>"
     },
-    {"drive, short 2",
+    {"drive, short 2", "ok",
         [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), sample_Offset(), sample_Rate(),
                 g.group1); },
         [](APIQt &c) { c.cmd_drive(sample_OtherCar(), sample_Offset(), sample_Rate()); },
@@ -105,7 +120,7 @@ static QtRow const rows[] = {
         "<Rate>auto</Rate>\r\n"
         "</drive>"
     },
-    {"drive, short 3",
+    {"drive, short 3", "ok",
         [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), sample_Offset(), sample_Rate(),
                 sample_Quiet(), g.group1); },
         [](APIQt &c) { c.cmd_drive(sample_OtherCar(), sample_Offset(), sample_Rate(),
@@ -123,7 +138,7 @@ static QtRow const rows[] = {
         "<Quiet />\r\n"
         "</drive>"
     },
-    {"cars, short 0",
+    {"cars, short 0", "car ok",
         [](APIQt &c, Groups &g) { c.cmd_cars(sample_Count(), g.group2); },
         [](APIQt &c) { c.cmd_cars(sample_Count()); },
         2,
@@ -131,7 +146,7 @@ static QtRow const rows[] = {
         "<Count>4000000005</Count>\r\n"
         "</cars>"
     },
-    {"get_road, full",
+    {"get_road, full", "road",
         [](APIQt &c, Groups &g) { c.cmd_get_road(sample_SideSet(), true, sample_Speed(),
                 g.group3); },
         [](APIQt &c) { c.cmd_get_road(sample_SideSet(), true, sample_Speed()); },
@@ -144,7 +159,7 @@ static QtRow const rows[] = {
         "<Speed>2.5X</Speed>\r\n"
         "</get_road>"
     },
-    {"get_road, full, all absent",
+    {"get_road, full, all absent", "road",
         [](APIQt &c, Groups &g) { c.cmd_get_road(sample_SideSet(), false, sample_Speed(),
                 g.group3); },
         [](APIQt &c) { c.cmd_get_road(sample_SideSet(), false, sample_Speed()); },
@@ -156,7 +171,7 @@ static QtRow const rows[] = {
         "</SideSet>\r\n"
         "</get_road>"
     },
-    {"get_road, short 0",
+    {"get_road, short 0", "road",
         [](APIQt &c, Groups &g) { c.cmd_get_road(sample_SideSet(), g.group3); },
         [](APIQt &c) { c.cmd_get_road(sample_SideSet()); },
         3,
@@ -167,7 +182,7 @@ static QtRow const rows[] = {
         "</SideSet>\r\n"
         "</get_road>"
     },
-    {"get_road, short 1",
+    {"get_road, short 1", "road",
         [](APIQt &c, Groups &g) { c.cmd_get_road(sample_SideSet(), sample_Speed(), g.group3); },
         [](APIQt &c) { c.cmd_get_road(sample_SideSet(), sample_Speed()); },
         3,

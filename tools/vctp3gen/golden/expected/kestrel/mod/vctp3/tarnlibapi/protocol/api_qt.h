@@ -24,7 +24,14 @@ class APIQtImpl;
 /// as signals of callback groups, and reports as signals of this object.
 ///
 /// A command goes with a group, whose signals then tell its answers, or without. A command that is
-/// sent while there is no connection fails with it.
+/// sent while there is no connection fails with it. Each change of the socket's state but the one
+/// to connected fails what is in flight, so nothing outlives its connection. There is no retry:
+/// the owner calls `reconnect` when it wants one.
+///
+/// While the owner's thread is blocked or slow, what the server sends waits with the kernel: this
+/// side holds a few MiB at most, and loses nothing.
+///
+/// From a slot of its own signals, or of its socket's, it is deleted by `deleteLater`.
 /// Thread: its owner's. Every signal is emitted there; commands are sent from there.
 class TARN_EXPORT APIQt : public QObject
 {
@@ -97,6 +104,8 @@ Q_SIGNALS:
 
 protected:
     /// Writes to the socket. While not connected the bytes are lost and all pending commands fail.
+    /// The socket belongs to the owner's thread: a subclass that lets other threads send commands
+    /// overrides this and hands the bytes over.
     virtual void send(void const *data, unsigned long long size);
     /// Sees every message before it is parsed, and keeps it from that by returning true.
     virtual bool parse_intercept(XMLTree const &message);
@@ -113,6 +122,8 @@ private Q_SLOTS:
 
 private:
     friend class APIQtImpl;
+
+    void begin_stream();
 
     std::unique_ptr<APIQtImpl> impl;
     std::unique_ptr<XMLParseEngine2> parser;

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/protocol/message_rows.h"
+#include "tests/protocol/qt_rows.h"
+#include "tests/support/scripted_server.h"
+
+#include <QTest>
+#include <set>
+
+using namespace VCTP3;
+
+/// Keeps what is written. While it is broken every write fails all commands in flight.
+class WrittenQt : public APIQt
+{
+public:
+    /// What is written, with 7 for each transaction id.
+    QByteArray take()
+    {
+        qsizetype const begin = bytes.indexOf("<xid>") + 5;
+        bytes.replace(begin, bytes.indexOf("</xid>") - begin, "7");
+        QByteArray result;
+        result.swap(bytes);
+        return result;
+    }
+    bool broken = false;
+
+protected:
+    void send(void const *data, unsigned long long size) override
+    {
+        bytes += QByteArray(static_cast<char const *>(data), static_cast<int>(size));
+        if (broken)
+            fail_all_pending_commands();
+    }
+
+private:
+    QByteArray bytes;
+};
+
+class TestAPIQtForms : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void writes_every_form_data();
+    void writes_every_form();
+    void leads_every_reply_to_its_signal();
+};
+
+void TestAPIQtForms::writes_every_form_data()
+{
+    QTest::addColumn<int>("at");
+    for (std::size_t at = 0; at < qt_rows().size(); ++at)
+        QTest::newRow(qt_rows()[at].name) << static_cast<int>(at);
+}
+
+void TestAPIQtForms::writes_every_form()
+{
+    QFETCH(int, at);
+    QtRow const &row = qt_rows()[static_cast<std::size_t>(at)];
+    std::vector<QObject *> list;
+    ReplyNotes notes;
+    std::shared_ptr<Groups> const groups = make_groups(&list, &notes);
+    QCOMPARE(QByteArray(list[row.group - 1]->metaObject()->className()),
+        "VCTP3::CallbackGroup_set" + QByteArray::number(row.group));
+
+    WrittenQt api;
+    QByteArray const expected
+        = "<cmd>\r\n<xid>7</xid>\r\n" + QByteArray(row.element) + "\r\n</cmd>";
+    row.without(api);
+    QCOMPARE(api.take(), expected);
+    row.with_group(api, *groups);
+    QCOMPARE(api.take(), expected);
+    QCOMPARE(notes.seen.size(), 0);
+
+    QStringList const failed{QStringLiteral("wrong error")}; // not the text of the samples
+    api.fail_all_pending_commands();
+    QCOMPARE(notes.seen, failed);
+    notes.seen.clear();
+    api.broken = true;
+    row.with_group(api, *groups);
+    QCOMPARE(notes.seen, failed);
+}
+
+/// The reply with its samples, to that command.
+static QByteArray reply_text(QByteArray const &name, QByteArray const &command)
+{
+    for (MessageRow const &row : message_rows()) {
+        if (QByteArray(row.name) == "reply " + name + ", whole")
+            return QByteArray(row.text).replace(
+                "<xid>7</xid>", "<xid>" + ScriptedServer::xid(command) + "</xid>");
+    }
+    return {};
+}
+
+void TestAPIQtForms::leads_every_reply_to_its_signal()
+{
+    ScriptedServer server;
+    APIQt api;
+    api.connect_to_server(server.address());
+    QTRY_VERIFY(api.is_connected());
+    std::vector<QObject *> list;
+    ReplyNotes notes;
+    std::shared_ptr<Groups> const groups = make_groups(&list, &notes);
+
+    std::set<unsigned int> done;
+    for (QtRow const &row : qt_rows()) {
+        if (!done.insert(row.group).second)
+            continue; // one command for each group
+        QByteArrayList const replies = QByteArray(row.replies).split(' ');
+        server.answer_with([replies](QByteArray const &command) {
+            QByteArray all;
+            for (QByteArray const &reply : replies)
+                all += reply_text(reply, command);
+            return all;
+        });
+        row.with_group(api, *groups);
+        QTRY_COMPARE(notes.seen.size(), replies.size());
+        QCOMPARE(notes.seen.join(QLatin1Char(' ')), QString::fromUtf8(row.replies));
+        notes.seen.clear();
+
+        server.answer_with([](QByteArray const &command) { return reply_text("error", command); });
+        row.with_group(api, *groups);
+        QTRY_COMPARE(notes.seen, QStringList{QStringLiteral("error")});
+        notes.seen.clear();
+    }
+    QCOMPARE(done.size(), list.size());
+}
+
+QTEST_GUILESS_MAIN(TestAPIQtForms)
+#include "tst_api_qt_forms.moc"
