@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/loopback_address.h"
+#include "tests/support/wire_peer.h"
+
+#include <QProcess>
+#include <QTest>
+
+#include <csignal>
+#include <sys/types.h>
+
+/// The program vesk-sim as people and scripts use it.
+class TestVeskProgram : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tells_when_it_listens_and_serves();
+    void ends_well_on_a_signal_data();
+    void ends_well_on_a_signal();
+    void ends_well_after_its_run_time();
+    void tells_all_in_its_help();
+    void refuses_bad_usage_data();
+    void refuses_bad_usage();
+    void cannot_listen_twice();
+    void starts_with_the_demo_event_or_empty_data();
+    void starts_with_the_demo_event_or_empty();
+    void runs_at_the_given_standard_in_real_time();
+    void traces_on_standard_error();
+};
+
+namespace {
+
+constexpr int wait_ms = 20000;
+
+/// A running vesk-sim; killed at the end of its life.
+class Program
+{
+public:
+    explicit Program(QStringList const &arguments)
+        : address(LoopbackAddress::unique())
+    {
+        process.start(QStringLiteral(VESK_SIM_PROGRAM),
+            QStringList{QStringLiteral("--address"), address.toString()} + arguments);
+        process.waitForReadyRead(wait_ms);
+    }
+    ~Program()
+    {
+        process.kill();
+        process.waitForFinished(wait_ms);
+    }
+    int exit_code()
+    {
+        if (process.state() != QProcess::NotRunning && !process.waitForFinished(wait_ms))
+            return -1;
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+    }
+
+    QHostAddress const address;
+    QProcess process;
+};
+
+} // namespace
+
+void TestVeskProgram::tells_when_it_listens_and_serves()
+{
+    Program program({});
+    QCOMPARE(program.process.readAllStandardOutput(),
+        "listening on " + program.address.toString().toUtf8() + ":8913\n");
+    WirePeer peer(program.address);
+    QCOMPARE(peer.call("<sync/>"), QByteArrayList{"<ok />"});
+}
+
+void TestVeskProgram::ends_well_on_a_signal_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+}
+
+void TestVeskProgram::ends_well_on_a_signal()
+{
+    QFETCH(int, number);
+    Program program({});
+    WirePeer peer(program.address);
+    QCOMPARE(peer.call("<sync/>"), QByteArrayList{"<ok />"});
+    QCOMPARE(::kill(pid_t(program.process.processId()), number), 0);
+    QCOMPARE(program.exit_code(), 0);
+    QVERIFY(peer.wait_for_end());
+}
+
+void TestVeskProgram::ends_well_after_its_run_time()
+{
+    Program program({QStringLiteral("--run-time"), QStringLiteral("0.05")});
+    QVERIFY(program.process.readAllStandardOutput().startsWith("listening on "));
+    QCOMPARE(program.exit_code(), 0);
+}
+
+void TestVeskProgram::tells_all_in_its_help()
+{
+    Program program({QStringLiteral("--help")});
+    QCOMPARE(program.exit_code(), 0);
+    QByteArray const help = program.process.readAllStandardOutput();
+    for (char const *word : {"--address", "--standard", "1080_59_94i", "625_50i", "--demo",
+             "--empty", "--run-time", "--trace", "--help", "8913", "demo event", "Bank 1", "Goals",
+             "Exit codes: 0", "SIGTERM"})
+        QVERIFY2(help.contains(word), word);
+}
+
+void TestVeskProgram::refuses_bad_usage_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("word");
+    auto const row = [](char const *arguments, char const *word) {
+        QTest::newRow(arguments) << QString::fromLatin1(arguments).split(QLatin1Char(' '))
+                                 << QByteArray(word);
+    };
+    row("--levitate", "levitate");
+    row("extra", "extra");
+    row("--address nowhere", "nowhere");
+    row("--standard 1080_24p", "1080_24p");
+    row("--standard VHS", "VHS");
+    row("--run-time soon", "soon");
+    row("--run-time 0", "'0'");
+    row("--run-time -1", "-1");
+    row("--run-time 1e9", "1e9");
+    row("--demo --empty", "--empty");
+    row("--run-time", "run-time");
+}
+
+void TestVeskProgram::refuses_bad_usage()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, word);
+    Program program(arguments);
+    QCOMPARE(program.exit_code(), 2);
+    QByteArray const error = program.process.readAllStandardError();
+    QVERIFY2(error.startsWith("vesk-sim: "), error);
+    QVERIFY2(error.contains(word), error);
+    QVERIFY(program.process.readAllStandardOutput().isEmpty());
+}
+
+void TestVeskProgram::cannot_listen_twice()
+{
+    Program first({});
+    Program second({QStringLiteral("--address"), first.address.toString()});
+    QCOMPARE(second.exit_code(), 3);
+    QVERIFY(second.process.readAllStandardError().contains(
+        "cannot listen on " + first.address.toString().toUtf8() + ":8913: "));
+}
+
+void TestVeskProgram::starts_with_the_demo_event_or_empty_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("filled");
+    QTest::newRow("neither") << QStringList() << true;
+    QTest::newRow("demo") << QStringList{QStringLiteral("--demo")} << true;
+    QTest::newRow("empty") << QStringList{QStringLiteral("--empty")} << false;
+}
+
+void TestVeskProgram::starts_with_the_demo_event_or_empty()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, filled);
+    Program program(arguments);
+    WirePeer peer(program.address);
+    QCOMPARE(peer.call("<download_clipids/>").size() > 1, filled);
+    QCOMPARE(peer.call("<download_listids/>").size() > 1, filled);
+}
+
+void TestVeskProgram::runs_at_the_given_standard_in_real_time()
+{
+    Program program({QStringLiteral("--standard"), QStringLiteral("1080_50i")});
+    WirePeer peer(program.address);
+    QVERIFY(peer.call("<get_video_standard/>").value(0).contains("<VideoRate>50</VideoRate>"));
+    peer.call("<report_register><ReportType>ltc_input</ReportType></report_register>");
+    QVERIFY(peer.wait_for_reports(20).size() >= 20);
+}
+
+void TestVeskProgram::traces_on_standard_error()
+{
+    Program program({QStringLiteral("--trace"), QStringLiteral("--empty")});
+    WirePeer peer(program.address);
+    peer.call("<sync/>");
+    QByteArray error;
+    QTRY_VERIFY((error += program.process.readAllStandardError())
+                    .contains("#1 > <reply><xid>1</xid><ok /></reply>\n"));
+    QVERIFY(error.contains("#1 < <cmd><xid>1</xid><sync /></cmd>\n"));
+}
+
+QTEST_GUILESS_MAIN(TestVeskProgram)
+#include "tst_vesk_program.moc"
