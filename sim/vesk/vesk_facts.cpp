@@ -8,37 +8,44 @@
 
 namespace {
 
-/// The last part of a standard's name with the letter of its scanning taken off: "1080_59_94i"
-/// gives "59_94".
-AString rate_name(VCTP3::VideoStandard standard)
+/// A standard's name in its parts: "1080_59_94i" is "1080", "59_94" and "i"; "4K_60p" is "4K", "60"
+/// and "p".
+struct StandardName
 {
-    AString const name = VCTP3::VideoStandard_to_string(standard);
-    AString rate = name.mid(name.find(AString::l1("_"), 0) + 1, name.length());
-    for (char const *scanning : {"psf", "p", "i"})
-        rate = rate.remove_suffix(AString::l1(scanning), nullptr);
-    return rate;
-}
+    explicit StandardName(VCTP3::VideoStandard standard)
+    {
+        AString const name = VCTP3::VideoStandard_to_string(standard);
+        auto const lines_end = static_cast<unsigned long long>(name.find(AString::l1("_"), 0));
+        lines = name.left(lines_end);
+        rate = name.remove_front(lines_end + 1);
+        for (char const *letters : {"psf", "p", "i"})
+            if (rate.has_suffix(AString::l1(letters))) {
+                scanning = AString::l1(letters);
+                rate = rate.remove_suffix(scanning);
+                return;
+            }
+    }
+    AString lines;
+    AString rate;
+    AString scanning;
+};
 
 } // namespace
 
 VCTP3::VideoRate vesk_video_rate(VCTP3::VideoStandard standard)
 {
     auto rate = VCTP3::VideoRate::v59_94;
-    VCTP3::string_to_VideoRate(rate_name(standard), &rate);
+    VCTP3::string_to_VideoRate(StandardName(standard).rate, &rate);
     return rate;
 }
 
 VCTP3::VideoResolution vesk_video_resolution(VCTP3::VideoStandard standard)
 {
-    AString const name = VCTP3::VideoStandard_to_string(standard);
-    AString const lines
-        = name.left(static_cast<unsigned long long>(name.find(AString::l1("_"), 0)));
+    StandardName const name(standard);
     auto resolution = VCTP3::VideoResolution::v1080i;
-    for (char const *scanning : {"psf", "p", "i"})
-        if (name.has_suffix(AString::l1(scanning))
-            && VCTP3::string_to_VideoResolution(lines + AString::l1(scanning), &resolution))
-            return resolution;
-    VCTP3::string_to_VideoResolution(lines, &resolution);
+    // "4K" is the only raster that is not named with its scanning.
+    if (!VCTP3::string_to_VideoResolution(name.lines + name.scanning, &resolution))
+        VCTP3::string_to_VideoResolution(name.lines, &resolution);
     return resolution;
 }
 

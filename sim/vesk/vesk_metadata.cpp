@@ -77,10 +77,11 @@ void VeskMetadata::set(AString const &database, AString const &prefix, Pairs con
     for (VCTP3::Metadata const &item : pairs)
         kept[(prefix + item.key).deep_copy(32)] = item.value.deep_copy(32);
 
-    for (auto const &[connection, prefixes] : watches[database])
-        for (AString const &watched : prefixes) {
+    for (auto const &watching : watches[database])
+        for (AString const &watched : watching.second) {
             Blocks<VCTP3::Metadata> blocks([&](Pairs const &block) {
-                told->report_to(connection, VeskReports::metadata_change(database, watched, block));
+                told->report_to(
+                    watching.first, VeskReports::metadata_change(database, watched, block));
             });
             for (VCTP3::Metadata const &item : pairs) {
                 AString const key = prefix + item.key;
@@ -99,10 +100,11 @@ void VeskMetadata::erase(AString const &database, AString const &prefix, Keys co
         if (kept.erase(prefix + key) != 0)
             gone.push_back(prefix + key);
 
-    for (auto const &[connection, prefixes] : watches[database])
-        for (AString const &watched : prefixes) {
+    for (auto const &watching : watches[database])
+        for (AString const &watched : watching.second) {
             Blocks<AString> blocks([&](Keys const &block) {
-                told->report_to(connection, VeskReports::metadata_remove(database, watched, block));
+                told->report_to(
+                    watching.first, VeskReports::metadata_remove(database, watched, block));
             });
             for (AString const &key : gone)
                 if (key.has_prefix(watched))

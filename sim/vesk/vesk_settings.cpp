@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_settings.h"
-#include "kestrel/mod/vctp3/tarnlibapi/base/astring_format.h"
+
 #include "sim/vesk/vesk_configuration.h"
 #include "sim/vesk/vesk_dictionary.h"
 #include "sim/vesk/vesk_field_clock.h"
@@ -50,9 +50,10 @@ std::vector<AString> board_names()
 
 void define_board(VeskConfiguration *to)
 {
+    std::vector<AString> const names = board_names();
     for (int quad = 0; quad < 8; ++quad)
-        to->define(AString::l1("ChannelConfigurationSet%1").arg(quad),
-            AString::l1(quad < 2 ? "VVVV" : "absent"), board_names(), Access::eng, true);
+        to->define(AString::sprintf("ChannelConfigurationSet%d", quad),
+            AString::l1(quad < 2 ? "VVVV" : "absent"), names, Access::eng, true);
 }
 
 void define_video(VeskConfiguration *to, VCTP3::VideoStandard standard)
@@ -70,9 +71,10 @@ void define_panels(VeskConfiguration *to)
     to->define(AString::l1("ControlPanelCount"), AString::l1("1"), texts({"0", "1", "2", "3", "4"}),
         Access::user, false);
     for (int panel = 0; panel < 4; ++panel) {
-        to->define(AString::l1("ControlPanel_ID%1").arg(panel), AString(), {}, Access::user, false);
         to->define(
-            AString::l1("ControlPanel_Channels%1").arg(panel), AString(), {}, Access::user, false);
+            AString::sprintf("ControlPanel_ID%d", panel), AString(), {}, Access::user, false);
+        to->define(
+            AString::sprintf("ControlPanel_Channels%d", panel), AString(), {}, Access::user, false);
     }
 }
 
@@ -84,27 +86,27 @@ void define_router(VeskConfiguration *to)
         texts({"Quartz", "Probel"}), Access::eng, false);
     to->define(AString::l1("RouterControlInputLevels"), AString::l1("1"), {}, Access::eng, false);
     for (int input = 0; input < 8; ++input)
-        to->define(AString::l1("RouterControlInput_Channel%1").arg(input), AString(), {},
+        to->define(AString::sprintf("RouterControlInput_Channel%d", input), AString(), {},
             Access::eng, false);
 }
 
-void define_export(VeskConfiguration *to, int number)
+void define_exports(VeskConfiguration *to)
 {
+    std::vector<AString> const on_or_off = texts({"Enabled", "Disabled"});
     auto switched = [&](AString const &name) {
-        to->define(
-            name, AString::l1("Disabled"), texts({"Enabled", "Disabled"}), Access::user, false);
+        to->define(name, on_or_off.back(), on_or_off, Access::user, false);
     };
-    switched(AString::l1("Channel_GrowingMxfExportEnable%1").arg(number));
-    switched(AString::l1("Channel_GrowingMxfExportSingleMxf%1").arg(number));
-    to->define(AString::l1("Channel_GrowingMxfExportPath%1").arg(number), AString(), {},
-        Access::user, false);
-    switched(AString::l1("Channel_GrowingMxfFrom1stFrame%1").arg(number));
-    switched(AString::l1("Channel_GrowingMxfClipINTimecode%1").arg(number));
-    switched(AString::l1("Channel_GrowingMxfStartWithClipINTimecode%1").arg(number));
-    for (char const angle : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A', 'B'})
-        switched(AString::l1("Channel_GrowingMxfAngle%1%2")
-                     .arg(AString(AChar::from_latin1(static_cast<unsigned char>(angle))))
-                     .arg(number));
+    for (int number = 0; number < 4; ++number) {
+        to->define(AString::sprintf("Channel_GrowingMxfExportPath%d", number), AString(), {},
+            Access::user, false);
+        switched(AString::sprintf("Channel_GrowingMxfExportEnable%d", number));
+        switched(AString::sprintf("Channel_GrowingMxfExportSingleMxf%d", number));
+        switched(AString::sprintf("Channel_GrowingMxfFrom1stFrame%d", number));
+        switched(AString::sprintf("Channel_GrowingMxfClipINTimecode%d", number));
+        switched(AString::sprintf("Channel_GrowingMxfStartWithClipINTimecode%d", number));
+        for (char const angle : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A', 'B'})
+            switched(AString::sprintf("Channel_GrowingMxfAngle%c%d", angle, number));
+    }
 }
 
 } // namespace
@@ -115,8 +117,7 @@ void vesk_define_settings(VeskConfiguration *configuration, VCTP3::VideoStandard
     define_video(configuration, standard);
     define_panels(configuration);
     define_router(configuration);
-    for (int number = 0; number < 4; ++number)
-        define_export(configuration, number);
+    define_exports(configuration);
 }
 
 void vesk_define_user_settings(VeskDictionary *dictionary)
