@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/tarnctl/help.h"
+#include "tools/tarnctl/verbs.h"
+#include "tools/tarnctl/vocabulary_info.h"
+
+#include <algorithm>
+
+namespace TarnCtl {
+namespace {
+
+void add_options(std::span<OptionInfo const> options, QStringList *list)
+{
+    for (OptionInfo const &option : options)
+        *list << QStringLiteral("--") + QLatin1String(option.name)
+                + QLatin1String(option.value ? "=" : "");
+}
+
+/// "Layer=normal" and so on, for values that have names; nothing for others.
+QStringList named_values(FieldInfo const &field)
+{
+    QStringList values = names_of(*field.type);
+    if (field.type->kind == TypeKind::Bool || field.type->kind == TypeKind::Flag)
+        values = QStringList{QStringLiteral("true"), QStringLiteral("false")};
+    for (QString &value : values)
+        value.prepend(QLatin1String(field.element) + u'=');
+    return values;
+}
+
+QStringList for_command(CommandInfo const &command, QStringList const &given, QString const &last)
+{
+    QString const element = last.section(u'=', 0, 0);
+    if (last.contains(u'=')) {
+        FieldInfo const *const field = find_field(command.parameters, element);
+        return field ? named_values(*field) : QStringList();
+    }
+    QStringList list;
+    for (FieldInfo const &field : command.parameters) {
+        QString const start = QLatin1String(field.element) + u'=';
+        bool const is_given = std::any_of(given.begin(), given.end(),
+            [&start](QString const &word) { return word.startsWith(start); });
+        if (!is_given)
+            list << start;
+    }
+    return list;
+}
+
+QStringList command_names()
+{
+    QStringList list;
+    for (CommandInfo const &command : all_commands())
+        list << QLatin1String(command.name);
+    return list;
+}
+
+QStringList report_names()
+{
+    QStringList list = names_of(enumeration("ReportType"));
+    list += names_of(enumeration("ChannelReportType"));
+    for (ReportInfo const &report : all_reports())
+        list << QLatin1String(report.name);
+    list.removeDuplicates();
+    return list;
+}
+
+/// What may stand behind a verb and the words that it has already.
+QStringList for_verb(CommandLine const &line, QString const &last)
+{
+    bool const first = line.words.isEmpty();
+    switch (line.verb->first_word) {
+    case FirstWord::Command:
+        if (first)
+            return command_names();
+        if (CommandInfo const *const command = find_command(line.words.first()))
+            return for_command(*command, line.words.mid(1), last);
+        return {};
+    case FirstWord::Channel:
+        return first ? names_of(enumeration("Channel")) : QStringList();
+    case FirstWord::SubVerb:
+        return first ? sub_verbs(*line.verb) : QStringList();
+    case FirstWord::VerbName:
+        return first ? verb_names() : QStringList();
+    case FirstWord::None:
+        break;
+    }
+    return {};
+}
+
+/// --reports=NAME,... one name at a time, behind those that stand there.
+QStringList next_reports(QString const &last)
+{
+    QString const before = last.left(std::max(last.lastIndexOf(u','), last.indexOf(u'=')) + 1);
+    QStringList list;
+    for (QString const &name : report_names())
+        list << before + name;
+    return list;
+}
+
+} // namespace
+
+QStringList completions(QStringList const &words)
+{
+    QString const last = words.isEmpty() ? QString() : words.last();
+    CommandLine line;
+    QString error;
+    if (!line.read(words.mid(0, words.size() - 1), &error))
+        return {};
+    QStringList list;
+    if (last.startsWith(QLatin1String("--reports=")) && line.verb)
+        list = next_reports(last);
+    else if (last.startsWith(u'-')) {
+        add_options(global_options(), &list);
+        if (line.verb)
+            add_options(line.verb->options, &list);
+    } else if (line.verb) {
+        list = for_verb(line, last);
+    } else {
+        list = verb_names();
+    }
+    list.removeIf([&last](QString const &word) { return !word.startsWith(last); });
+    return list;
+}
+
+} // namespace TarnCtl

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "tools/tarnctl/json_value.h"
+
+#include <QObject>
+
+namespace TarnCtl {
+
+/// Standard output, flushed with each line since scripts read through pipes.
+class Output : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Output(bool as_json, QObject *parent = nullptr)
+        : QObject(parent)
+        , json(as_json)
+    {
+    }
+
+    /// Whether scripts read: one JSON object per line. Otherwise people do.
+    bool as_json() const { return json; }
+    /// A reply: JSON, or a block for people.
+    void reply(JsonValue const &message);
+    /// A report: JSON, or a line for people.
+    void report(JsonValue const &message);
+    void json_line(JsonValue const &value);
+    void text(QString const &lines);
+
+Q_SIGNALS:
+    /// Once, when nobody reads any more or the disk is full; what follows is not written.
+    void sig_failed(int error_number);
+
+private:
+    void write_line(QByteArray const &line);
+
+    bool const json;
+    bool failed = false;
+};
+
+/// A line on standard error, with the program's name in front.
+void complain(QString const &text);
+
+} // namespace TarnCtl

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/tarnctl/verbs.h"
+
+#include "tools/tarnctl/verb.h"
+
+namespace TarnCtl {
+namespace {
+
+constexpr OptionInfo channels_option{
+    "channels", "LIST", "channels such as A-D,F; all if not given"};
+constexpr OptionInfo for_option{"for", "SECONDS", "end after that time"};
+constexpr OptionInfo count_option{"count", "N", "end after that many reports"};
+constexpr OptionInfo reconnect_option{
+    "reconnect", nullptr, "dial again whenever the connection is lost"};
+
+constexpr OptionInfo watch_options[] = {
+    channels_option,
+    {"reports", "NAME,...", "reports or groups of reports; all if not given"},
+    for_option,
+    count_option,
+    reconnect_option,
+};
+constexpr OptionInfo status_options[] = {channels_option};
+constexpr OptionInfo record_options[]
+    = {{"length", "FIELDS", "the longest that the clip may become"}};
+constexpr OptionInfo meta_options[] = {
+    {"prefix", "PREFIX", "set and erase: what the server puts in front of each key"},
+    for_option,
+    count_option,
+    reconnect_option,
+};
+
+constexpr VerbInfo verbs[] = {
+    {"call", "NAME [ELEMENT=VALUE ...]", "send any command of the protocol and print every reply",
+        "Values stand in their wire form, flags and booleans as true or false, records, sets,\n"
+        "vectors and lists as JSON with element names as keys. What is not given is absent on\n"
+        "the wire. 'tarnctl call --help' lists the commands, 'tarnctl call NAME --help' tells\n"
+        "what one of them takes.",
+        "tarnctl call list_insert Channel=A ListIndex=0 \\\n"
+        "    ListElement='{\"ContentID\":{\"ClipID\":\"goal\"},\"Speed\":\"0.5X\"}'",
+        {}, FirstWord::Command, &make_call},
+    {"watch", "", "register for reports and print each one that arrives",
+        "Ends after the time or the number of reports that was given, by an interrupt, or with\n"
+        "the connection.",
+        "tarnctl watch --channels A-D --reports channel_status,clip_change --for 60", watch_options,
+        FirstWord::None, &make_watch},
+    {"status", "", "facts of the server and a table of its channels", "",
+        "tarnctl --server 10.0.0.7 status --channels A-D", status_options, FirstWord::None,
+        &make_status},
+    {"clips", "[DIRECTORY]", "the ids of all clips, or of those in a directory", "",
+        "tarnctl clips Replays", {}, FirstWord::None, &make_clips},
+    {"clip", "ID", "all that the server tells of a clip", "", "tarnctl clip Replays/goal", {},
+        FirstWord::None, &make_clip},
+    {"play", "CHANNELS [SPEED]", "play channels, several of them on the same field",
+        "SPEED is a factor such as 0.5 or -1X. Without it a clip plays at its natural speed.",
+        "tarnctl play A-C 0.5", {}, FirstWord::Channel, &make_play},
+    {"stop", "CHANNELS", "stop channels, several of them on the same field", "", "tarnctl stop A,C",
+        {}, FirstWord::Channel, &make_stop},
+    {"cue", "CHANNEL CLIP [POSITION]", "load a clip on a channel, at a position in fields", "",
+        "tarnctl cue A Replays/goal 250", {}, FirstWord::Channel, &make_cue},
+    {"record", "CHANNEL CLIP", "create a clip on a channel and record into it",
+        "'tarnctl stop CHANNEL' ends the recording.", "tarnctl record B Replays/next --length 3000",
+        record_options, FirstWord::Channel, &make_record},
+    {"meta",
+        "get DATABASE [PREFIX]\nset DATABASE KEY VALUE\nerase DATABASE KEY ...\n"
+        "watch DATABASE [PREFIX]",
+        "read, write and follow a metadata database", "",
+        "tarnctl meta set notes match.7.title 'Second half'", meta_options, FirstWord::SubVerb,
+        &make_meta},
+    {"config", "list [TEXT]\nget NAME\nset NAME VALUE",
+        "read and write the configuration of the server",
+        "TEXT keeps the list to the names that contain it.", "tarnctl config list Video", {},
+        FirstWord::SubVerb, &make_config},
+    {"help", "[VERB]", "tell what a verb does", "", "tarnctl help watch", {}, FirstWord::VerbName,
+        nullptr},
+};
+
+constexpr VerbInfo complete_verb{"complete", "-- WORD ...", "what may stand for the last word", "",
+    "tarnctl complete -- call pl", {}, FirstWord::None, nullptr};
+
+} // namespace
+
+std::span<VerbInfo const> all_verbs()
+{
+    return verbs;
+}
+
+VerbInfo const *find_verb(QString const &name)
+{
+    for (VerbInfo const &verb : verbs) {
+        if (name == QLatin1String(verb.name))
+            return &verb;
+    }
+    return name == QLatin1String(complete_verb.name) ? &complete_verb : nullptr;
+}
+
+QStringList verb_names()
+{
+    QStringList names;
+    for (VerbInfo const &verb : verbs)
+        names << QLatin1String(verb.name);
+    return names;
+}
+
+QStringList sub_verbs(VerbInfo const &verb)
+{
+    QStringList names;
+    if (verb.first_word != FirstWord::SubVerb)
+        return names;
+    for (QString const &form : QString(QLatin1String(verb.forms)).split(u'\n'))
+        names << form.section(u' ', 0, 0);
+    return names;
+}
+
+} // namespace TarnCtl
