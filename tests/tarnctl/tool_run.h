@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QHostAddress>
+#include <QProcess>
+#include <QStringList>
+
+/// One run of the program to its end, as a script does it.
+struct ToolRun
+{
+    /// -1 if it did not end by itself.
+    int code = -1;
+    QString out;
+    QString err;
+
+    QStringList lines() const { return out.split(u'\n', Qt::SkipEmptyParts); }
+    /// The messages sent or received, without the arrows; from a run with --trace.
+    QStringList traced(QLatin1String arrow) const
+    {
+        QStringList found;
+        for (QString const &line : err.split(u'\n')) {
+            if (line.startsWith(arrow))
+                found << line.mid(arrow.size() + 1);
+        }
+        return found;
+    }
+};
+
+inline ToolRun run_tool(QStringList const &arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral(TARNCTL_PROGRAM), arguments);
+    ToolRun run;
+    if (process.waitForFinished(25000) && process.exitStatus() == QProcess::NormalExit)
+        run.code = process.exitCode();
+    run.out = QString::fromUtf8(process.readAllStandardOutput());
+    run.err = QString::fromUtf8(process.readAllStandardError());
+    return run;
+}
+
+/// Against a server, with JSON.
+inline ToolRun run_json(QHostAddress const &server, QStringList const &arguments)
+{
+    QStringList all{QStringLiteral("--server"), server.toString(), QStringLiteral("--json")};
+    return run_tool(all + arguments);
+}
+
+inline ToolRun run_text(QHostAddress const &server, QStringList const &arguments)
+{
+    return run_tool(QStringList{QStringLiteral("--server"), server.toString()} + arguments);
+}

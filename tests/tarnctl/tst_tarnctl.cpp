@@ -1,0 +1,351 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sim/vesk/vesk_sim.h"
+#include "tests/support/loopback_address.h"
+#include "tests/tarnctl/tool_run.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTest>
+
+#include <memory>
+
+/// The program's promises to scripts: exit codes, options, what goes to which stream.
+class TestTarnctl : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void ends_with_0_when_it_is_done();
+    void ends_with_1_when_the_server_answers_an_error();
+    void ends_with_2_before_anything_is_sent_data();
+    void ends_with_2_before_anything_is_sent();
+    void ends_with_3_at_once_when_it_is_refused();
+    void ends_with_3_for_a_name_that_is_none();
+    void ends_with_3_when_the_connection_is_lost();
+    void ends_with_3_when_the_server_talks_nonsense();
+    void ends_with_4_when_nobody_answers();
+    void ends_with_4_when_the_answer_stops_in_the_middle();
+    void an_error_is_a_json_line_or_a_text_on_standard_error();
+    void global_options_stand_in_both_places();
+    void trace_shows_every_message_both_ways();
+    void ends_quietly_when_its_reader_has_gone();
+    void is_silent_in_a_locale_without_utf8();
+    void tells_help_and_version_without_a_server();
+    void the_manual_knows_every_verb_and_option();
+    void bash_completes_words_that_it_parts_itself();
+
+private:
+    std::unique_ptr<VeskSim> server;
+};
+
+void TestTarnctl::init()
+{
+    server = std::make_unique<VeskSim>(LoopbackAddress::unique());
+    QVERIFY(server->is_listening());
+}
+
+void TestTarnctl::cleanup()
+{
+    server.reset();
+}
+
+namespace {
+
+QStringList words(char const *line)
+{
+    return QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+void TestTarnctl::ends_with_0_when_it_is_done()
+{
+    ToolRun const run = run_json(server->address(), words("call sync"));
+    QCOMPARE(run.err, QString());
+    QCOMPARE(run.out, QStringLiteral("{\"reply\":\"ok\"}\n"));
+    QCOMPARE(run.code, 0);
+}
+
+void TestTarnctl::ends_with_1_when_the_server_answers_an_error()
+{
+    ToolRun const run = run_json(server->address(), words("call get_clip_info ClipID=none"));
+    QCOMPARE(run.lines().size(), 1);
+    QVERIFY2(run.out.startsWith(QStringLiteral("{\"reply\":\"error\",\"ErrorMessage\":\"")),
+        qPrintable(run.out));
+    QVERIFY2(run.out.endsWith(QStringLiteral("\",\"ErrorCode\":\"clipnotfound\"}\n")),
+        qPrintable(run.out));
+    QCOMPARE(run.code, 1);
+}
+
+void TestTarnctl::ends_with_2_before_anything_is_sent_data()
+{
+    QTest::addColumn<QString>("error");
+    auto const row = [](char const *line, char const *error) {
+        QTest::newRow(line) << QString::fromUtf8(error);
+    };
+    row("", "which verb?");
+    row("fly",
+        "no verb 'fly': expected one of call, watch, status, clips, clip, play, stop, cue, "
+        "record, meta, config, help");
+    row("--bogus clips", "no option --bogus before the verb");
+    row("clips --bogus", "no option --bogus of 'clips'");
+    row("clips --timeout", "--timeout needs a value: SECONDS");
+    row("clips --timeout 0", "bad value '0' for --timeout: expected seconds above 0");
+    row("clips --server=", "bad value '' for --server: expected a name or an address");
+    row("clips --json=yes", "--json takes no value");
+    row("clips a b", "'b' is too much");
+    row("clip", "something is missing");
+    row("call", "which command? 'tarnctl call --help' lists them");
+    row("call plya", "no command 'plya': like play, log; 'tarnctl call --help' lists them");
+    row("call xxxxxxxxxx", "no command 'xxxxxxxxxx': 'tarnctl call --help' lists them");
+    row("call jog Channel=A",
+        "JogDistance is missing: expected a number from -2147483648 to 2147483647");
+    row("call play Channel=A Layer=x", "bad value 'x' for Layer: expected one of normal, bed");
+    row("call play Channel=A Sped=1X",
+        "no parameter is named 'Sped': play takes Channel, Speed?, Layer?, MinLatency?");
+    row("call sync A", "'A' is not of the form ELEMENT=VALUE: sync takes no parameters");
+    row("call sync Channel=A", "no parameter is named 'Channel': sync takes no parameters");
+    row("call iso_angle Channel=A Channel=B Angle=1", "Channel is given twice");
+    row("call gang_stop ChannelSet=A",
+        "bad value for ChannelSet: no JSON: expected a value (texts stand in double quotes) at "
+        "character 1; expected a JSON array of at most 40 Channel, each one of A, B, C, D, E, F, "
+        "G, H, I, J, K, L, M, N, O, P, Q, R, S, T, U, V, W, X, Y, Z, AA, AB, AC, AD, AE, AF, AG, "
+        "AH, AI, AJ, AK, AL, AM, AN");
+    row("play", "something is missing");
+    row("play a", "bad channels 'a': expected a list such as A-D,F of A to AN");
+    row("play A fast", "bad value 'fastX' for Speed: expected a speed such as 1X or -0.5X");
+    row("play A 1X more", "'more' is too much");
+    row("stop A-", "bad channels 'A-': expected a list such as A-D,F of A to AN");
+    row("cue A", "something is missing");
+    row("cue A clip x", "bad value 'x' for GotoPosition: expected a number from 0 to 4294967295");
+    row("record A clip --length x",
+        "bad value 'x' for ClipLength: expected a number from 0 to 4294967295");
+    row("watch more", "'more' is too much");
+    row("watch --channels A-", "bad channels 'A-': expected a list such as A-D,F of A to AN");
+    row("watch --reports status,bogus",
+        "no report 'bogus': expected names of reports, or of clip_change, config_change, "
+        "disk_space, temperature, melt, directory_change, playlist_change, chaselist_change, "
+        "export, alerts, chase_ltc_timecode, ltc_input, status, clipid, speed, timecode, info, "
+        "peak, aux_audio_status, aux_audio_clipid, aux_audio_speed, aux_audio_timecode, "
+        "aux_audio_info, aux_audio_peak, listplay, chaseplay");
+    row("watch --for soon", "bad value 'soon' for --for: expected seconds above 0");
+    row("watch --count 0", "bad value '0' for --count: expected a number above 0");
+    row("meta", "expected one of get, set, erase, watch");
+    row("meta put d k v", "expected one of get, set, erase, watch");
+    row("meta get", "something is missing");
+    row("meta set d k", "something is missing");
+    row("meta erase d", "something is missing");
+    row("meta get d --prefix p", "no option --prefix of 'meta get'");
+    row("meta set d k v --count 1", "no option --count of 'meta set'");
+    row("config", "expected one of list, get, set");
+    row("config get", "something is missing");
+    row("config set name", "something is missing");
+    row("help fly",
+        "no verb 'fly': expected one of call, watch, status, clips, clip, play, stop, "
+        "cue, record, meta, config, help");
+}
+
+void TestTarnctl::ends_with_2_before_anything_is_sent()
+{
+    QFETCH(QString, error);
+    QStringList arguments = words(QTest::currentDataTag());
+    // The server comes last, so that a row may lack its verb; a bad --server row brings its own.
+    if (!arguments.contains(QStringLiteral("--server=")) && !arguments.isEmpty())
+        arguments.prepend(QStringLiteral("--server=") + server->address().toString());
+    ToolRun const run = run_tool(arguments);
+    QCOMPARE(run.err.section(u'\n', 0, 0), QStringLiteral("tarnctl: ") + error);
+    QVERIFY(run.err.contains(QStringLiteral("\nusage: tarnctl ")));
+    QCOMPARE(run.out, QString());
+    QCOMPARE(run.code, 2);
+    QCOMPARE(server->counters().connections, 0U);
+}
+
+void TestTarnctl::ends_with_3_at_once_when_it_is_refused()
+{
+    QHostAddress const nobody = LoopbackAddress::unique();
+    QElapsedTimer time;
+    time.start();
+    ToolRun const run = run_json(nobody, words("--timeout 20 call sync"));
+    QCOMPARE(run.err, QStringLiteral("tarnctl: no connection to %1\n").arg(nobody.toString()));
+    QCOMPARE(run.out, QString());
+    QCOMPARE(run.code, 3);
+    QVERIFY(time.elapsed() < 15000);
+}
+
+void TestTarnctl::ends_with_3_for_a_name_that_is_none()
+{
+    ToolRun const run = run_tool(words("--server name.invalid --timeout 20 clips"));
+    QCOMPARE(run.err, QStringLiteral("tarnctl: no connection to name.invalid\n"));
+    QCOMPARE(run.code, 3);
+}
+
+void TestTarnctl::ends_with_3_when_the_connection_is_lost()
+{
+    server->close_after(10);
+    ToolRun const run = run_json(server->address(), words("call sync"));
+    QCOMPARE(run.err,
+        QStringLiteral("tarnctl: the connection to %1 was lost\n")
+            .arg(server->address().toString()));
+    QCOMPARE(run.out, QString());
+    QCOMPARE(run.code, 3);
+}
+
+void TestTarnctl::ends_with_3_when_the_server_talks_nonsense()
+{
+    server->stay_silent(true);
+    QProcess process;
+    process.start(QStringLiteral(TARNCTL_PROGRAM),
+        words("call sync --trace --server") << server->address().toString());
+    QTRY_COMPARE(server->counters().count("sync"), 1U);
+    server->say("<reply><ok></reply>");
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(process.exitCode(), 3);
+}
+
+void TestTarnctl::ends_with_4_when_nobody_answers()
+{
+    server->stay_silent(true);
+    ToolRun const run = run_json(server->address(), words("call sync --timeout 0.3"));
+    QCOMPARE(run.err,
+        QStringLiteral("tarnctl: %1 did not answer in time\n").arg(server->address().toString()));
+    QCOMPARE(run.out, QString());
+    QCOMPARE(run.code, 4);
+}
+
+void TestTarnctl::ends_with_4_when_the_answer_stops_in_the_middle()
+{
+    // Time stands still at the server, and with it the reply that was to wait for a field.
+    server->delay_replies(1);
+    ToolRun const run = run_json(server->address(), words("call sync --timeout 0.3"));
+    QCOMPARE(run.code, 4);
+    QCOMPARE(run.out, QString());
+}
+
+void TestTarnctl::an_error_is_a_json_line_or_a_text_on_standard_error()
+{
+    server->fail_command("sync", "no \"sync\"", VCTP3::ErrorCode::configname_invalid);
+    ToolRun const json = run_json(server->address(), words("call sync"));
+    QCOMPARE(json.err, QString());
+    QCOMPARE(json.out,
+        QStringLiteral("{\"reply\":\"error\",\"ErrorMessage\":\"no \\\"sync\\\"\","
+                       "\"ErrorCode\":\"configname_invalid\"}\n"));
+    QCOMPARE(json.code, 1);
+    ToolRun const text = run_text(server->address(), words("call sync"));
+    QCOMPARE(text.err,
+        QStringLiteral("tarnctl: the server answered: no \"sync\" (configname_invalid)\n"));
+    QCOMPARE(text.out, QString());
+    QCOMPARE(text.code, 1);
+}
+
+void TestTarnctl::global_options_stand_in_both_places()
+{
+    QString const address = server->address().toString();
+    for (QString const &form : {QStringLiteral("--server %1 --json --timeout 20 call sync"),
+             QStringLiteral("call --server %1 sync --json --timeout=20"),
+             QStringLiteral("--json call sync --timeout 20 --server=%1")}) {
+        ToolRun const run = run_tool(form.arg(address).split(u' '));
+        QCOMPARE(run.out, QStringLiteral("{\"reply\":\"ok\"}\n"));
+        QCOMPARE(run.code, 0);
+    }
+}
+
+void TestTarnctl::trace_shows_every_message_both_ways()
+{
+    ToolRun const run = run_json(server->address(), words("call stop Channel=B --trace"));
+    QCOMPARE(run.err,
+        QStringLiteral("-> <cmd><xid>1</xid><stop><Channel>B</Channel></stop></cmd>\n"
+                       "<- <reply><xid>1</xid><ok /></reply>\n"));
+    QCOMPARE(run.out, QStringLiteral("{\"reply\":\"ok\"}\n"));
+}
+
+void TestTarnctl::ends_quietly_when_its_reader_has_gone()
+{
+    QProcess process;
+    process.start(QStringLiteral("sh"),
+        {QStringLiteral("-c"),
+            QStringLiteral("{ \"$0\" --server %1 --json watch; echo $? >&2; } | head -n 1")
+                .arg(server->address().toString()),
+            QStringLiteral(TARNCTL_PROGRAM)});
+    QTRY_COMPARE(server->counters().count("channel_reports_register"), 1U);
+    // Each round gives another report, until the program notices that nobody reads.
+    QTRY_VERIFY((server->advance(50), process.state() == QProcess::NotRunning));
+    QCOMPARE(process.readAllStandardError(), QByteArray("0\n"));
+}
+
+void TestTarnctl::is_silent_in_a_locale_without_utf8()
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(TARNCTL_PROGRAM),
+        {QStringLiteral("--server"), server->address().toString(), QStringLiteral("--trace"),
+            QStringLiteral("call"), QStringLiteral("debug_label"),
+            QStringLiteral("DebugString=ü€𝄞")});
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(QString::fromUtf8(process.readAllStandardError()),
+        QStringLiteral("-> <cmd><xid>1</xid><debug_label><DebugString>ü€𝄞</DebugString>"
+                       "</debug_label></cmd>\n<- <reply><xid>1</xid><ok /></reply>\n"));
+}
+
+void TestTarnctl::tells_help_and_version_without_a_server()
+{
+    QCOMPARE(run_tool(words("--version")).out, QStringLiteral("tarnctl " TARN_VERSION "\n"));
+    ToolRun const general = run_tool(words("--help"));
+    QCOMPARE(general.code, 0);
+    QCOMPARE(run_tool(words("help")).out, general.out);
+    ToolRun const watch = run_tool(words("watch --help"));
+    QCOMPARE(watch.code, 0);
+    QVERIFY(watch.out.contains(QStringLiteral("--reconnect")));
+    QCOMPARE(run_tool(words("help watch")).out, watch.out);
+    QVERIFY(run_tool(words("call --help"))
+                .out.contains(QStringLiteral("\n  jog Channel JogDistance Layer? MinLatency?\n")));
+    QVERIFY(run_tool(words("call jog --help"))
+                .out.contains(
+                    QStringLiteral("\n  JogDistance  a number from -2147483648 to 2147483647\n")));
+}
+
+void TestTarnctl::the_manual_knows_every_verb_and_option()
+{
+    QFile page(QStringLiteral(TARNCTL_SOURCES "/tarnctl.1.in"));
+    QVERIFY(page.open(QIODevice::ReadOnly));
+    QString const manual = QString::fromUtf8(page.readAll()).remove(u'\\');
+    QString const help = run_tool(words("--help")).out;
+    QStringList wanted;
+    for (QString const &line : help.split(u'\n')) {
+        QString const word = line.section(u' ', 2, 2);
+        if (line.startsWith(QStringLiteral("  ")) && !word.isEmpty())
+            wanted << word;
+    }
+    QVERIFY(wanted.size() > 15);
+    for (QString const &verb :
+        {QStringLiteral("watch"), QStringLiteral("record"), QStringLiteral("meta")}) {
+        for (QString const &line : run_tool({QStringLiteral("help"), verb}).lines()) {
+            if (line.startsWith(QStringLiteral("  --")))
+                wanted << line.section(u' ', 2, 2);
+        }
+    }
+    for (QString const &word : std::as_const(wanted))
+        QVERIFY2(manual.contains(word), qPrintable(word));
+}
+
+void TestTarnctl::bash_completes_words_that_it_parts_itself()
+{
+    QProcess bash;
+    bash.start(QStringLiteral("bash"),
+        {QStringLiteral("-c"),
+            QStringLiteral("compopt() { :; }; . \"$0\"; for COMP_LINE in \"$1 call play Channel=A "
+                           "Layer=n\" \"$1 meta \" \"$1 watch --reports=channel_st\"; do "
+                           "COMP_POINT=${#COMP_LINE}; _tarnctl; echo \"${COMPREPLY[@]}\"; done"),
+            QStringLiteral(TARNCTL_SOURCES "/tarnctl.bash"), QStringLiteral(TARNCTL_PROGRAM)});
+    QVERIFY(bash.waitForFinished(20000));
+    QCOMPARE(bash.readAllStandardError(), QByteArray());
+    QCOMPARE(
+        bash.readAllStandardOutput(), QByteArray("normal\nget set erase watch\nchannel_status\n"));
+}
+
+QTEST_GUILESS_MAIN(TestTarnctl)
+#include "tst_tarnctl.moc"
