@@ -269,7 +269,7 @@ void TestTarnctl::ends_quietly_when_its_reader_has_gone()
             QStringLiteral("{ \"$0\" --server %1 --json watch; echo $? >&2; } | head -n 1")
                 .arg(server->address().toString()),
             QStringLiteral(TARNCTL_PROGRAM)});
-    QTRY_COMPARE(server->counters().count("channel_reports_register"), 1U);
+    QTRY_COMPARE(server->counters().count("reports_register"), 1U);
     // Each round gives another report, until the program notices that nobody reads.
     QTRY_VERIFY((server->advance(50), process.state() == QProcess::NotRunning));
     QCOMPARE(process.readAllStandardError(), QByteArray("0\n"));
