@@ -24,16 +24,10 @@ VCTP3::ConfigurationItem VeskSetting::to_item() const
     return item;
 }
 
-VeskConfiguration::VeskConfiguration(VeskReporter *reporter)
+VeskConfiguration::VeskConfiguration(VeskReporter *reporter, VeskSettings const &settings)
     : told(reporter)
+    , items(settings)
 {
-}
-
-void VeskConfiguration::define(AString const &name, AString const &value,
-    std::vector<AString> const &allowed, VCTP3::ConfigurationItemAccess access,
-    bool requires_reboot)
-{
-    items[name] = VeskSetting{name, value, value, value, allowed, access, requires_reboot};
 }
 
 VeskConfiguration::Outcome VeskConfiguration::set(AString const &name, AString const &value)

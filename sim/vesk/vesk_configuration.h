@@ -26,6 +26,9 @@ struct VeskSetting
     VCTP3::ConfigurationItem to_item() const;
 };
 
+/// By name.
+using VeskSettings = std::map<AString, VeskSetting>;
+
 /// The flat list of named settings. A saved value holds at once, but for settings that wait for
 /// the next start.
 /// Thread: the server's.
@@ -39,23 +42,20 @@ public:
         bad_value
     };
 
-    explicit VeskConfiguration(VeskReporter *reporter);
+    VeskConfiguration(VeskReporter *reporter, VeskSettings const &settings);
 
-    /// Adds a setting whose three values are \a value; one of the same name is replaced.
-    void define(AString const &name, AString const &value, std::vector<AString> const &allowed,
-        VCTP3::ConfigurationItemAccess access, bool requires_reboot);
     /// Saves a value and tells what changed; an equal value tells nothing.
     Outcome set(AString const &name, AString const &value);
     /// Null for an unknown name.
     VeskSetting const *find(AString const &name) const;
     /// The value that holds; empty for an unknown name.
     AString effective(AString const &name) const;
-    /// By name, in the order of the names.
-    std::map<AString, VeskSetting> const &settings() const { return items; }
+    /// In the order of the names.
+    VeskSettings const &settings() const { return items; }
     /// What is saved becomes what holds.
     void restart();
 
 private:
     VeskReporter *told;
-    std::map<AString, VeskSetting> items;
+    VeskSettings items;
 };

@@ -11,6 +11,12 @@ namespace {
 
 using Access = VCTP3::ConfigurationItemAccess;
 
+void define(VeskSettings *to, AString const &name, AString const &value,
+    std::vector<AString> const &allowed, Access access, bool requires_reboot)
+{
+    (*to)[name] = VeskSetting{name, value, value, value, allowed, access, requires_reboot};
+}
+
 std::vector<AString> texts(std::initializer_list<char const *> list)
 {
     std::vector<AString> result;
@@ -48,56 +54,57 @@ std::vector<AString> board_names()
         "C4_VK_ISO2"});
 }
 
-void define_board(VeskConfiguration *to)
+void define_board(VeskSettings *to)
 {
     std::vector<AString> const names = board_names();
     for (int quad = 0; quad < 8; ++quad)
-        to->define(AString::sprintf("ChannelConfigurationSet%d", quad),
+        define(to, AString::sprintf("ChannelConfigurationSet%d", quad),
             AString::l1(quad < 2 ? "VVVV" : "absent"), names, Access::eng, true);
 }
 
-void define_video(VeskConfiguration *to, VCTP3::VideoStandard standard)
+void define_video(VeskSettings *to)
 {
-    to->define(AString::l1("VideoStandard"), VCTP3::VideoStandard_to_string(standard),
-        standard_names(), Access::eng, true);
-    to->define(AString::l1("ReferenceSource"), AString::l1("refin"),
+    define(to, AString::l1("VideoStandard"),
+        VCTP3::VideoStandard_to_string(VCTP3::VideoStandard::v1080_59_94i), standard_names(),
+        Access::eng, true);
+    define(to, AString::l1("ReferenceSource"), AString::l1("refin"),
         names(VCTP3::ReferenceSource_to_string, VCTP3::valid_ReferenceSource), Access::eng, false);
-    to->define(AString::l1("VideoAspectRatio"), AString::l1("16x9"), texts({"16x9", "4x3"}),
+    define(to, AString::l1("VideoAspectRatio"), AString::l1("16x9"), texts({"16x9", "4x3"}),
         Access::user, false);
 }
 
-void define_panels(VeskConfiguration *to)
+void define_panels(VeskSettings *to)
 {
-    to->define(AString::l1("ControlPanelCount"), AString::l1("1"), texts({"0", "1", "2", "3", "4"}),
+    define(to, AString::l1("ControlPanelCount"), AString::l1("1"), texts({"0", "1", "2", "3", "4"}),
         Access::user, false);
     for (int panel = 0; panel < 4; ++panel) {
-        to->define(
-            AString::sprintf("ControlPanel_ID%d", panel), AString(), {}, Access::user, false);
-        to->define(
-            AString::sprintf("ControlPanel_Channels%d", panel), AString(), {}, Access::user, false);
+        define(
+            to, AString::sprintf("ControlPanel_ID%d", panel), AString(), {}, Access::user, false);
+        define(to, AString::sprintf("ControlPanel_Channels%d", panel), AString(), {}, Access::user,
+            false);
     }
 }
 
-void define_router(VeskConfiguration *to)
+void define_router(VeskSettings *to)
 {
-    to->define(AString::l1("RouterControlInputIpaddr"), AString(), {}, Access::eng, false);
-    to->define(AString::l1("RouterControlInputPortnum"), AString(), {}, Access::eng, false);
-    to->define(AString::l1("RouterControlInputProtocolType"), AString::l1("Quartz"),
+    define(to, AString::l1("RouterControlInputIpaddr"), AString(), {}, Access::eng, false);
+    define(to, AString::l1("RouterControlInputPortnum"), AString(), {}, Access::eng, false);
+    define(to, AString::l1("RouterControlInputProtocolType"), AString::l1("Quartz"),
         texts({"Quartz", "Probel"}), Access::eng, false);
-    to->define(AString::l1("RouterControlInputLevels"), AString::l1("1"), {}, Access::eng, false);
+    define(to, AString::l1("RouterControlInputLevels"), AString::l1("1"), {}, Access::eng, false);
     for (int input = 0; input < 8; ++input)
-        to->define(AString::sprintf("RouterControlInput_Channel%d", input), AString(), {},
+        define(to, AString::sprintf("RouterControlInput_Channel%d", input), AString(), {},
             Access::eng, false);
 }
 
-void define_exports(VeskConfiguration *to)
+void define_exports(VeskSettings *to)
 {
     std::vector<AString> const on_or_off = texts({"Enabled", "Disabled"});
     auto switched = [&](AString const &name) {
-        to->define(name, on_or_off.back(), on_or_off, Access::user, false);
+        define(to, name, on_or_off.back(), on_or_off, Access::user, false);
     };
     for (int number = 0; number < 4; ++number) {
-        to->define(AString::sprintf("Channel_GrowingMxfExportPath%d", number), AString(), {},
+        define(to, AString::sprintf("Channel_GrowingMxfExportPath%d", number), AString(), {},
             Access::user, false);
         switched(AString::sprintf("Channel_GrowingMxfExportEnable%d", number));
         switched(AString::sprintf("Channel_GrowingMxfExportSingleMxf%d", number));
@@ -109,15 +116,26 @@ void define_exports(VeskConfiguration *to)
     }
 }
 
+VeskSettings all_settings()
+{
+    VeskSettings result;
+    define_board(&result);
+    define_video(&result);
+    define_panels(&result);
+    define_router(&result);
+    define_exports(&result);
+    return result;
+}
+
 } // namespace
 
-void vesk_define_settings(VeskConfiguration *configuration, VCTP3::VideoStandard standard)
+VeskSettings vesk_settings(VCTP3::VideoStandard standard)
 {
-    define_board(configuration);
-    define_video(configuration, standard);
-    define_panels(configuration);
-    define_router(configuration);
-    define_exports(configuration);
+    static VeskSettings const usual = all_settings();
+    VeskSettings result = usual;
+    VeskSetting &video = result[AString::l1("VideoStandard")];
+    video.boot = video.saved = video.effective = VCTP3::VideoStandard_to_string(standard);
+    return result;
 }
 
 void vesk_define_user_settings(VeskDictionary *dictionary)

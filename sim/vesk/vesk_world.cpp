@@ -9,14 +9,13 @@ VeskWorld::VeskWorld(VeskReporter *told, VCTP3::VideoStandard standard)
     , clock(standard)
     , clips(told, &clock)
     , channels(&clips, &clock)
-    , configuration(told)
+    , configuration(told, vesk_settings(clock.standard()))
     , dictionary(told)
     , metadata(told)
     , lists(told)
     , chases(told)
     , facts(told, &clock)
 {
-    vesk_define_settings(&configuration, clock.standard());
     vesk_define_user_settings(&dictionary);
 }
 
