@@ -306,6 +306,18 @@ private Q_SLOTS:
         QVERIFY(pieces.sizes.empty());
     }
 
+    void the_toolkits_string_gets_every_code_point()
+    {
+        std::u32string text = U"\ufeff" + std::u32string(255, U'x') + U"\ufeff\U0001f3acz";
+        QString const expected = QStringLiteral("\ufeff") + QString(255, QLatin1Char('x'))
+            + QStringLiteral("\ufeff\U0001f3acz");
+        QCOMPARE(QString(even_string(text)), expected);
+        QCOMPARE(QString(even_string(text).mid(1)), expected.mid(1));
+        // A lone surrogate goes over as it is; from there it would end the text.
+        QCOMPARE(QString(AString(AChar(0xd800))), QString(QChar(0xd800)));
+        QCOMPARE(AString(QString(QChar(0xd800))), AString());
+    }
+
     // --- send_utf8 ---
     void send_utf8_hands_out_whole_characters_in_small_pieces()
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/acompare.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_builder_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_list.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_p.h"
@@ -43,7 +44,14 @@ int order(AChar a, AChar b)
 int compare_runs(AChar const *a, AChar const *b, unsigned long long n)
 {
     unsigned long long i = 0;
-    for (; n - i >= 4 && std::memcmp(a + i, b + i, 4 * sizeof(AChar)) == 0; i += 4) { }
+    for (; n - i >= 2; i += 2) {
+        std::uint64_t two_a = 0;
+        std::uint64_t two_b = 0;
+        std::memcpy(&two_a, a + i, sizeof two_a);
+        std::memcpy(&two_b, b + i, sizeof two_b);
+        if (two_a != two_b)
+            break;
+    }
     for (; i < n; ++i) {
         if (a[i] != b[i])
             return order(a[i], b[i]);
@@ -193,12 +201,17 @@ std::uint64_t AString::compute_hash() const
 
 int AString::compare(AString const &other, CaseSensitivity c) const
 {
-    return compare(*this, 0, other, 0, all, c);
+    AChar const *mine = c == CaseSensitive ? flat_text(*this) : nullptr;
+    AChar const *theirs = mine ? flat_text(other) : nullptr;
+    if (!theirs)
+        return compare(*this, 0, other, 0, all, c);
+    int const result = compare_runs(mine, theirs, std::min(length_, other.length_));
+    return result != 0 ? result : ACompare(length_, other.length_);
 }
 
 int AString::compare(AString const &a, AString const &b, CaseSensitivity c)
 {
-    return compare(a, 0, b, 0, all, c);
+    return a.compare(b, c);
 }
 
 int AString::compare(AString const &a, unsigned long long a_position, AString const &b,
@@ -227,6 +240,10 @@ int AString::compare(AString const &a, unsigned long long a_position, AString co
 
 bool AString::equal_text(AString const &other) const
 {
+    AChar const *mine = flat_text(*this);
+    AChar const *theirs = flat_text(other);
+    if (mine && theirs)
+        return std::memcmp(mine, theirs, length_ * sizeof(AChar)) == 0;
     AStringRuns run_a(*this);
     AStringRuns run_b(other);
     while (run_a.next() && run_b.next()) {

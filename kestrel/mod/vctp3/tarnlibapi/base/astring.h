@@ -411,6 +411,8 @@ public:
     friend bool operator<(AString const &a, AString const &b) { return a.compare(b) < 0; }
 
 private:
+    friend class AStringBuilder;
+
     /// The cached hash. Racing readers compute the same value, and the first one stores it.
     class HashCell
     {

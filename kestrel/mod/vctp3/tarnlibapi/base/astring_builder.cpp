@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_builder_p.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring_blocks_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_p.h"
 
 #include <cstring>
@@ -27,30 +28,6 @@ AStringChunk *make_chunk(void *memory, unsigned long long room)
     AStringChunk *chunk = new (memory) AStringChunk;
     chunk->room = static_cast<std::uint16_t>(room);
     return chunk;
-}
-
-/// Widens code units of 1 to 127; returns how many stood in front of the first other one.
-unsigned long long widen_ascii(char const *from, unsigned long long n, AChar *to)
-{
-    constexpr std::uint64_t ones = 0x0101010101010101ull;
-    constexpr std::uint64_t highs = 0x8080808080808080ull;
-    unsigned long long done = 0;
-    for (; n - done >= 8; done += 8) {
-        std::uint64_t eight;
-        std::memcpy(&eight, from + done, 8);
-        // A byte of 0 borrows into its high bit, one of 128 and above has it.
-        if ((eight | (eight - ones)) & highs)
-            break;
-        for (unsigned int i = 0; i < 8; ++i)
-            to[done + i] = AChar(static_cast<unsigned char>(from[done + i]));
-    }
-    for (; done < n; ++done) {
-        unsigned char const c = static_cast<unsigned char>(from[done]);
-        if (c == 0 || c > 127)
-            break;
-        to[done] = AChar(c);
-    }
-    return done;
 }
 
 } // namespace
@@ -84,17 +61,6 @@ AStringChunk const *AStringInternalStorageStruct::far_chunk_at(
     }
     *index = static_cast<std::uint32_t>(position);
     return chunk;
-}
-
-AStringBuilder::AStringBuilder(unsigned long long expected)
-    : wanted(expected)
-{
-}
-
-AStringBuilder::~AStringBuilder()
-{
-    if (store)
-        AString::Storage::destroy(store);
 }
 
 void AStringBuilder::reserve(unsigned long long expected)
@@ -163,6 +129,10 @@ unsigned long long AStringBuilder::size() const
 
 void AStringBuilder::append(AString const &s)
 {
+    if (AChar const *flat = flat_text(s)) {
+        append(flat, s.length());
+        return;
+    }
     for (AStringRuns run(s); run.next();)
         append(run.text, run.size);
 }
@@ -198,8 +168,7 @@ void AStringBuilder::append_latin1(char const *text, unsigned long long n)
         unsigned long long part = 0;
         AChar *to = room(&part);
         part = std::min(part, n);
-        for (unsigned long long i = 0; i < part; ++i)
-            to[i] = AChar(static_cast<unsigned char>(text[i]));
+        AStringBlocks::widen_latin1(text, part, to);
         commit(part);
         text += part;
         n -= part;
@@ -212,7 +181,7 @@ unsigned long long AStringBuilder::append_utf8(char const *text, unsigned long l
     while (done < n) {
         unsigned long long part = 0;
         AChar *to = room(&part);
-        part = widen_ascii(text + done, std::min(part, n - done), to);
+        part = AStringBlocks::widen_ascii(text + done, std::min(part, n - done), to);
         commit(part);
         done += part;
         if (part != 0)
@@ -227,22 +196,52 @@ unsigned long long AStringBuilder::append_utf8(char const *text, unsigned long l
     return done;
 }
 
-ARef<AString::Storage> AStringBuilder::take_storage()
+void AStringBuilder::append_utf16(char16_t const *text, unsigned long long n)
+{
+    while (n != 0) {
+        unsigned long long part = 0;
+        AChar *to = room(&part);
+        part = AStringBlocks::widen_utf16(text, std::min(part, n), to);
+        commit(part);
+        if (part == 0) {
+            AChar c;
+            if (!AChar::consume_utf16(text, n, &c, &part))
+                break;
+            put(c);
+        }
+        text += part;
+        n -= part;
+    }
+}
+
+AString::Storage *AStringBuilder::finish()
 {
     if (!store)
-        return {};
+        return nullptr;
     settle();
-    ARef<AString::Storage> result = ARef<AString::Storage>::adopt(std::exchange(store, nullptr));
     write = nullptr;
     chunk_left = 0;
     foreseen = 0;
-    if (result->size == 0)
-        return {};
-    result->sealed = 1;
-    return result;
+    AString::Storage *done = std::exchange(store, nullptr);
+    if (done->size == 0) {
+        AString::Storage::destroy(done);
+        return nullptr;
+    }
+    done->sealed = 1;
+    return done;
+}
+
+ARef<AString::Storage> AStringBuilder::take_storage()
+{
+    return ARef<AString::Storage>::adopt(finish());
 }
 
 AString AStringBuilder::take()
 {
-    return AString(take_storage());
+    AString text;
+    if (AString::Storage *done = finish()) {
+        text.length_ = done->size;
+        text.storage = ARef<AString::Storage>::adopt(done);
+    }
+    return text;
 }

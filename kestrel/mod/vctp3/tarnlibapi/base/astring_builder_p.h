@@ -10,8 +10,15 @@ class TARN_AUTOTEST_EXPORT AStringBuilder
 public:
     /// \a expected code points get their room in one allocation with the store. A guess that is
     /// too low costs further chunks, one too high keeps memory that is not used.
-    explicit AStringBuilder(unsigned long long expected = 0);
-    ~AStringBuilder();
+    explicit AStringBuilder(unsigned long long expected = 0)
+        : wanted(expected)
+    {
+    }
+    ~AStringBuilder()
+    {
+        if (store)
+            AString::Storage::destroy(store);
+    }
     AStringBuilder(AStringBuilder const &) = delete;
     AStringBuilder &operator=(AStringBuilder const &) = delete;
 
@@ -31,6 +38,8 @@ public:
     void append_latin1(char const *text, unsigned long long n);
     /// Stops at the first byte that cannot be read; returns how many were read.
     unsigned long long append_utf8(char const *text, unsigned long long n);
+    /// Stops at the first unit that cannot be read.
+    void append_utf16(char16_t const *text, unsigned long long n);
 
     /// Room to write text directly: where, and in \a n how many code points it takes (1 to 256).
     /// `commit` then tells how many were written.
@@ -66,6 +75,8 @@ private:
     void enter(AStringChunk *chunk);
     /// The count of the last chunk is brought up to date only here.
     void settle();
+    /// The sealed store, or null when there is no text.
+    AString::Storage *finish();
 
     AString::Storage *store = nullptr;
     AChar *write = nullptr;

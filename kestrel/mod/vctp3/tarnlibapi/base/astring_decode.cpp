@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring_blocks_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_builder_p.h"
 
 #include <algorithm>
@@ -14,12 +15,7 @@ constexpr unsigned long long uncounted_utf8 = 32;
 /// Never fewer than the code points that a reader of these bytes gets.
 unsigned long long count_utf8(char const *text, unsigned long long n)
 {
-    if (n <= uncounted_utf8)
-        return n;
-    unsigned long long leads = 0;
-    for (unsigned long long i = 0; i < n; ++i)
-        leads += (static_cast<unsigned char>(text[i]) & 0xc0u) != 0x80u;
-    return leads;
+    return n <= uncounted_utf8 ? n : AStringBlocks::count_utf8_leads(text, n);
 }
 
 template <typename Unit> unsigned long long count_z(Unit const *text)
@@ -77,10 +73,7 @@ AString AString::from_utf16(char16_t const *text, unsigned long long n)
     if (!text)
         return {};
     AStringBuilder result(n);
-    AChar c;
-    unsigned long long taken = 0;
-    for (; AChar::consume_utf16(text, n, &c, &taken); text += taken, n -= taken)
-        result.append(c);
+    result.append_utf16(text, n);
     return result.take();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring_blocks_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_p.h"
 
 #include <QString>
@@ -8,36 +9,17 @@
 
 namespace {
 
-/// Writes code points of 0 to 127; returns how many stood in front of the first other one.
-unsigned long long narrow_ascii(AChar const *from, unsigned long long n, char *to)
-{
-    unsigned long long done = 0;
-    for (; n - done >= 16; done += 16) {
-        char32_t bits = 0;
-        for (unsigned int i = 0; i < 16; ++i)
-            bits |= from[done + i].ord();
-        if (bits > 127)
-            break;
-        for (unsigned int i = 0; i < 16; ++i)
-            to[done + i] = static_cast<char>(from[done + i].ord());
-    }
-    for (; done < n && from[done].is_ascii(); ++done)
-        to[done] = static_cast<char>(from[done].ord());
-    return done;
-}
+using AStringBlocks::narrow_ascii;
 
-unsigned long long utf8_size(AString const &s)
+/// 16-bit units of the toolkit's string.
+unsigned long long utf16_size(AString const &s)
 {
-    unsigned long long size = 0;
+    unsigned long long size = s.length();
     for (AStringRuns run(s); run.next();) {
-        unsigned int bytes = 0;
-        for (unsigned long long i = 0; i < run.size; ++i) {
-            char32_t const c = run.text[i].ord();
-            bytes += c > AChar::max_code_point
-                ? 0u
-                : 1u + (c > 127 ? 1u : 0u) + (c > 2047 ? 1u : 0u) + (c > 65535 ? 1u : 0u);
-        }
-        size += bytes;
+        unsigned int pairs = 0;
+        for (unsigned long long i = 0; i < run.size; ++i)
+            pairs += run.text[i].ord() > 0xffff;
+        size += pairs;
     }
     return size;
 }
@@ -97,19 +79,24 @@ bool encode_latin1(AString const &s, Output<char> &out, char replacement)
     return true;
 }
 
+bool encode_utf8(AStringRuns const &run, Output<char> &out)
+{
+    for (unsigned long long i = 0; i < run.size;) {
+        unsigned long long const n
+            = narrow_ascii(run.text + i, std::min(run.size - i, out.room), out.at);
+        out.advance(n);
+        i += n;
+        if (i < run.size && !out.put(run.text[i++], &AChar::to_utf8, 4))
+            return false;
+    }
+    return true;
+}
+
 bool encode_utf8(AString const &s, Output<char> &out)
 {
     for (AStringRuns run(s); run.next();) {
-        for (unsigned long long i = 0; i < run.size;) {
-            unsigned long long const n
-                = narrow_ascii(run.text + i, std::min(run.size - i, out.room), out.at);
-            out.advance(n);
-            i += n;
-            if (i == run.size)
-                break;
-            if (!out.put(run.text[i++], &AChar::to_utf8, 4))
-                return false;
-        }
+        if (!encode_utf8(run, out))
+            return false;
     }
     return true;
 }
@@ -213,9 +200,16 @@ bool AString::to_utf32_z(
 
 std::string AString::to_string() const
 {
-    // The same bytes as send_utf8 hands out, without its staging.
-    std::string text(utf8_size(*this), '\0');
-    to_utf8(text.data(), text.size());
+    // The same bytes as send_utf8 hands out, but run by run.
+    char bytes[4 * AStringChunk::max_text];
+    std::string text;
+    for (AStringRuns run(*this); run.next();) {
+        Output<char> out{bytes, sizeof bytes};
+        encode_utf8(run, out);
+        if (text.empty() && run.size < length_)
+            text.reserve(length_);
+        text.append(bytes, out.written);
+    }
     return text;
 }
 
@@ -234,13 +228,16 @@ AWString AString::to_wstring() const
 
 AString::operator QString() const
 {
-    QString text;
+    QString text(static_cast<qsizetype>(utf16_size(*this)), Qt::Uninitialized);
+    QChar *to = text.data();
     for (AStringRuns run(*this); run.next();) {
-        QString const piece = QString::fromUcs4(
-            reinterpret_cast<char32_t const *>(run.text), static_cast<qsizetype>(run.size));
-        if (run.size == length_)
-            return piece;
-        text += piece;
+        for (unsigned long long i = 0; i < run.size; ++i) {
+            char32_t const code = run.text[i].ord();
+            if (code > 0xffff)
+                *to++ = QChar(QChar::highSurrogate(code));
+            *to++ = code > 0xffff ? QChar(QChar::lowSurrogate(code))
+                                  : QChar(static_cast<char16_t>(code));
+        }
     }
     return text;
 }

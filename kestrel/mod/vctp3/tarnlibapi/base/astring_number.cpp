@@ -11,68 +11,52 @@
 
 namespace {
 
-/// A part of a string, by positions: reading numbers takes no references.
-class Part
+/// What is left to read of a number. Reading takes no references.
+struct Part
 {
-public:
-    explicit Part(AString const &s)
-        : string(s)
-        , size(s.length())
-    {
-    }
+    AChar const *begin;
+    AChar const *end;
 
-    bool empty() const { return size == 0; }
-    AChar at(unsigned long long i) const { return string.getchar(from + i); }
-    void remove_front(unsigned long long n)
-    {
-        from += n;
-        size -= n;
-    }
+    bool starts_with(char32_t c) const { return begin != end && begin->ord() == c; }
     void despace()
     {
-        while (size > 0 && at(0).is_space())
-            remove_front(1);
-        while (size > 0 && at(size - 1).is_space())
-            --size;
+        while (begin != end && begin->is_space())
+            ++begin;
+        while (begin != end && end[-1].is_space())
+            --end;
     }
-    bool is_hex() const { return size >= 2 && at(0) == AChar(U'0') && at(1) == AChar(U'x'); }
-    AStringRuns runs() const { return AStringRuns(string, from, size); }
-
+    /// Takes "0x" off the front; whether it was there.
+    bool take_hex()
+    {
+        bool const hex = end - begin >= 2 && begin[0].ord() == '0' && begin[1].ord() == 'x';
+        begin += hex ? 2 : 0;
+        return hex;
+    }
     /// Takes a sign off the front; true for a minus.
     bool take_sign()
     {
-        bool const minus = size > 0 && at(0) == AChar(U'-');
-        if (minus || (size > 0 && at(0) == AChar(U'+')))
-            remove_front(1);
+        bool const minus = starts_with('-');
+        begin += minus || starts_with('+') ? 1 : 0;
         return minus;
     }
-
-private:
-    AString const &string;
-    unsigned long long from = 0;
-    unsigned long long size;
 };
 
 bool read_unsigned(Part part, std::uint64_t *out)
 {
     part.despace();
-    bool const hex = part.is_hex();
-    if (hex)
-        part.remove_front(2);
-    if (part.empty())
+    bool const hex = part.take_hex();
+    if (part.begin == part.end)
         return false;
     std::uint64_t value = 0;
-    for (AStringRuns run = part.runs(); run.next();) {
-        for (unsigned long long i = 0; i < run.size; ++i) {
-            int const digit = hex ? run.text[i].to_hexdigit(-1) : run.text[i].to_digit(-1);
-            if (digit < 0)
-                return false;
-            // Digits of "0x" weigh ten like all others: servers count on it.
-            std::uint64_t const next = value * 10 + static_cast<unsigned int>(digit);
-            if (next < value)
-                return false;
-            value = next;
-        }
+    for (AChar const *at = part.begin; at != part.end; ++at) {
+        int const digit = hex ? at->to_hexdigit(-1) : at->to_digit(-1);
+        if (digit < 0)
+            return false;
+        // Digits of "0x" weigh ten like all others: servers count on it.
+        std::uint64_t const next = value * 10 + static_cast<unsigned int>(digit);
+        if (next < value)
+            return false;
+        value = next;
     }
     *out = value;
     return true;
@@ -95,11 +79,12 @@ bool read_signed(Part part, std::int64_t *out)
 template <typename T> bool narrow(AString const &s, T *out)
 {
     std::conditional_t<std::is_signed_v<T>, std::int64_t, std::uint64_t> value = 0;
+    AStringPiece const text(s);
     bool read = false;
     if constexpr (std::is_signed_v<T>)
-        read = read_signed(Part(s), &value);
+        read = read_signed({text.begin(), text.end()}, &value);
     else
-        read = read_unsigned(Part(s), &value);
+        read = read_unsigned({text.begin(), text.end()}, &value);
     if (!read || !std::in_range<T>(value))
         return false;
     if (out)
@@ -110,20 +95,17 @@ template <typename T> bool narrow(AString const &s, T *out)
 /// The digits of \a magnitude with "-" in front if \a minus, padded between to \a width.
 AString print(std::uint64_t magnitude, bool minus, long long width, AChar fill)
 {
-    char digits[20];
-    char const *end = std::to_chars(digits, digits + sizeof digits, magnitude).ptr;
-    unsigned long long const n = static_cast<unsigned long long>(end - digits);
+    char text[21];
+    text[0] = '-';
+    char const *end = std::to_chars(text + 1, text + sizeof text, magnitude).ptr;
+    unsigned long long const n = static_cast<unsigned long long>(end - (text + 1));
     if (minus && width != 0)
         width += width > 0 ? -1 : 1;
-    if (static_cast<unsigned long long>(width < 0 ? -(width + 1) : width - 1) >= n && width != 0) {
-        AString const padded = AString::from_latin1(digits, n).pad(width, fill);
-        return minus ? AString(AChar(U'-')) + padded : padded;
-    }
-    AStringBuilder text(n + (minus ? 1 : 0));
-    if (minus)
-        text.append(U'-');
-    text.append_latin1(digits, n);
-    return text.take();
+    unsigned long long const bits = static_cast<unsigned long long>(width);
+    if ((width < 0 ? 0 - bits : bits) <= n)
+        return AString::from_latin1(minus ? text : text + 1, minus ? n + 1 : n);
+    AString const padded = AString::from_latin1(text + 1, n).pad(width, fill);
+    return minus ? AString(AChar(U'-')) + padded : padded;
 }
 
 /// The 16 fractional bits of the digits behind a point.
