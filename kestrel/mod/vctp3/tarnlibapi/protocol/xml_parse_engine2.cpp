@@ -223,31 +223,31 @@ void XMLParseEngine2::look_for_result()
 {
     if (result_state != NoResult)
         return;
-    if (output_pending.empty() || !is_current(output_pending.front().generation))
+    if (pending_next == output_pending.end() || !is_current(pending_next->generation))
         take_output();
-    if (output_pending.empty())
+    if (pending_next == output_pending.end())
         return;
-    result = output_pending.front().tree;
+    // A copy, as the entry keeps the tree until the worker frees both.
+    result = pending_next->tree;
     result_state = result.is_null() ? ParseError : HoldsResult;
-    no_longer_waits(output_pending.front().bytes);
-    spend_front();
+    passed_bytes += pending_next->bytes;
+    no_longer_waits(pending_next->bytes);
+    ++pending_next;
 }
 
-/// Takes what the worker has added, drops what is of an older stream and gives back what is spent.
+/// Takes what the worker has added, passes what is of an older stream and gives back what is spent.
 void XMLParseEngine2::take_output()
 {
     unsigned long long dropped = 0;
     bool wake = false;
     {
         AProtect<OutputQueue>::Lock queue(output_queue);
-        output_pending.splice(output_pending.end(), queue->entries);
-        while (!output_pending.empty() && !is_current(output_pending.front().generation)) {
-            dropped += output_pending.front().bytes;
-            spend_front();
-        }
-        queue->spent.splice(queue->spent.end(), output_spent);
         wake = queue->spent_bytes < spent_wake_bytes;
-        queue->spent_bytes += std::exchange(output_spent_bytes, 0);
+        dropped += pass_older(*queue);
+        output_pending.splice(output_pending.end(), queue->entries);
+        if (pending_next == output_pending.end())
+            pending_next = output_pending.begin();
+        dropped += pass_older(*queue);
         wake = wake && queue->spent_bytes >= spent_wake_bytes;
     }
     no_longer_waits(dropped);
@@ -255,11 +255,20 @@ void XMLParseEngine2::take_output()
         Q_EMIT wake_thread(QPrivateSignal());
 }
 
-/// The copy in the consumer's hands is then not the last one, and the tree is freed by the worker.
-void XMLParseEngine2::spend_front()
+/// Returns the message bytes of the older entries. Entries are passed without writing to them and
+/// go to the worker in one piece, since they lie in memory that it will write to again.
+unsigned long long XMLParseEngine2::pass_older(OutputQueue &queue)
 {
-    output_spent_bytes += output_pending.front().bytes;
-    output_spent.splice(output_spent.end(), output_pending, output_pending.begin());
+    unsigned long long dropped = 0;
+    for (; pending_next != output_pending.end() && !is_current(pending_next->generation);
+         ++pending_next)
+        dropped += pending_next->bytes;
+    passed_bytes += dropped;
+    if (pending_next == output_pending.end()) {
+        queue.spent.splice(queue.spent.end(), output_pending);
+        queue.spent_bytes += std::exchange(passed_bytes, 0);
+    }
+    return dropped;
 }
 
 void XMLParseEngine2::no_longer_waits(unsigned long long bytes)

@@ -118,7 +118,7 @@ private:
     // Consumer
     void look_for_result();
     void take_output();
-    void spend_front();
+    unsigned long long pass_older(OutputQueue &queue);
 
     // Both
     bool is_current(unsigned int of_generation) const { return of_generation == generation.get(); }
@@ -132,8 +132,8 @@ private:
     AProtect<OutputQueue> output_queue;
     XMLQueue output_new; // worker: of this pass, published at its end
     XMLQueue output_pending; // consumer: taken from the output queue
-    XMLQueue output_spent; // consumer: for the output queue
-    unsigned long long output_spent_bytes = 0; // consumer: the messages of those
+    XMLQueue::iterator pending_next = output_pending.end(); // consumer: what is before it is spent
+    unsigned long long passed_bytes = 0; // consumer: the messages of the spent ones
     ResultState result_state = NoResult; // consumer
     XMLTree result; // consumer
     bool parse_failed = false; // worker
