@@ -115,9 +115,8 @@ private Q_SLOTS:
         QCOMPARE(q, QString(expected));
         QCOMPARE(narrow, expected.to_string());
         QCOMPARE(wide, expected.to_wstring());
-        AStringList list;
-        list.push_back(format);
-        QCOMPARE(list.back(), expected);
+        AStringList const pieces = format;
+        QCOMPARE(pieces, (AStringList{"x"_a, AString::from_utf32(U"\u20ac"), "y"_a}));
         QVERIFY(format == expected && expected == format && format != "x"_a);
     }
 

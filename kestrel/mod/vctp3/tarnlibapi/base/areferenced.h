@@ -22,9 +22,7 @@ public:
     /// Calls `full_release` when the count reaches 0. At 0 already: an assertion only.
     void release_reference();
     std::uint32_t reference_count() const { return references.load(std::memory_order_acquire); }
-
-protected:
-    /// Deletes the object; a kept pool may do otherwise.
+    /// Deletes the object, whatever the count; a kept pool may do otherwise.
     virtual void full_release();
 
 private:

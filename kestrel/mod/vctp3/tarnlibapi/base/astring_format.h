@@ -28,6 +28,7 @@ public:
     AString to_astring() const { return segments.join(AString()); }
     /// The segments, filled ones and plain text.
     AStringList const &to_list() const { return segments; }
+    operator AStringList() const { return segments; }
     operator QString() const;
     operator std::string() const { return to_astring().to_string(); }
     operator AWString() const { return to_astring().to_wstring(); }
