@@ -116,9 +116,8 @@ void Client::run_forever_ownthread()
 
 void Client::run_forever_in_own_thread(int priority)
 {
-    if (!A_ASSERT_TEXT(!d->in_own_thread, "!in_own_thread"))
+    if (!A_ASSERT_TEXT(!d->in_own_thread.exchange(true), "!in_own_thread"))
         return;
-    d->in_own_thread = true;
     if (!d->thread.start(priority, AFunction::bind<&Client::run_forever_ownthread>(this)))
         d->in_own_thread = false;
 }
