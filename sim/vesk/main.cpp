@@ -7,6 +7,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <sys/socket.h>
@@ -72,11 +73,12 @@ bool read(QCommandLineParser const &parser, Arguments *arguments, QString *error
         QString const text = parser.value(QStringLiteral("run-time"));
         bool is_number = false;
         double const seconds = text.toDouble(&is_number);
-        if (!is_number || seconds <= 0 || seconds > 1e6) {
-            *error = QStringLiteral("'%1' is not a number of seconds").arg(text);
+        if (!is_number || !(seconds > 0) || seconds > 1e6) {
+            *error
+                = QStringLiteral("'%1' is no number of seconds above 0, at most 1000000").arg(text);
             return false;
         }
-        arguments->run_time_ms = static_cast<int>(seconds * 1000);
+        arguments->run_time_ms = std::max(1, qRound(seconds * 1000));
     }
     if (parser.isSet(QStringLiteral("demo")) && parser.isSet(QStringLiteral("empty"))) {
         *error = QStringLiteral("--demo and --empty exclude each other");

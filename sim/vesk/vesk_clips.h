@@ -70,6 +70,8 @@ public:
 
     /// Tells once a second that the free space has changed, if it has.
     void advance_field();
+    /// The field clock begins again.
+    void restart() { disk_told_at = 0; }
 
 private:
     bool check_new_id(AString const &id, VeskFailure *failure) const;

@@ -22,6 +22,8 @@ public:
 
     void start(VeskRequest &request, AString const &id)
     {
+        if (id.empty())
+            return request.error(text("A %1 needs a name%2", id));
         open_id = id;
         gathered.clear();
         request.ok();
@@ -68,7 +70,9 @@ public:
     }
     void rename(VeskRequest &request, AString const &from, AString const &to)
     {
-        if (stored->rename(from, to))
+        if (to.empty())
+            request.error(text("A %1 needs a name%2", to));
+        else if (stored->rename(from, to))
             request.ok();
         else if (stored->find(from))
             request.error(text("There is a %1 \"%2\" already", to));

@@ -139,6 +139,8 @@ void VeskTransportCommands::on_go_live(VeskRequest &request, GoLiveArgs const &a
 {
     VeskChannel &channel = model->channels.at(args.channel);
     if (!args.clip_id) {
+        if (args.angle || args.time_delay)
+            return request.error(AString::l1("Angle and TimeDelay need a ClipID"));
         channel.show_input();
         return request.ok();
     }

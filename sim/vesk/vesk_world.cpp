@@ -71,5 +71,6 @@ void VeskWorld::restart()
     VCTP3::string_to_VideoStandard(
         configuration.effective(AString::l1("VideoStandard")), &standard);
     clock = VeskFieldClock(standard);
+    clips.restart();
     channels.restart();
 }

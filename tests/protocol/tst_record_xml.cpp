@@ -54,6 +54,7 @@ void TestRecordXml::reads_booleans_data()
     QTest::newRow("two") << QByteArray("2") << 1;
     QTest::newRow("zero") << QByteArray("0") << 0;
     QTest::newRow("minus one") << QByteArray("-1") << 1;
+    QTest::newRow("64 bits") << QByteArray("9223372036854775808") << 1;
     QTest::newRow("yes") << QByteArray("yes") << -1;
     QTest::newRow("True") << QByteArray("True") << -1;
     QTest::newRow("nothing") << QByteArray() << -1;

@@ -403,6 +403,7 @@ void TestVeskLayer::unloads_to_idle()
 void TestVeskLayer::shows_the_input_without_a_clip()
 {
     cue();
+    QVERIFY(bench->ask("go_live", "<Channel>A</Channel><TimeDelay>3</TimeDelay>") != ok);
     QCOMPARE(bench->ask("go_live", "<Channel>A</Channel>"), ok);
     QCOMPARE(bench->state(), QStringLiteral("play 0 1X"));
     QVERIFY(!bench->layer().clip());

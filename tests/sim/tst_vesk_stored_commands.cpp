@@ -255,6 +255,8 @@ void TestVeskStoredCommands::refuses_what_is_unknown_or_taken()
     kind.store(&peer, "y", {"one"});
     QCOMPARE(peer.call(kind.rename("x", "y")),
         QByteArrayList{kind.refusal("There is a " + noun + " &quot;y&quot; already")});
+    QCOMPARE(peer.call(kind.rename("x", "")),
+        QByteArrayList{kind.refusal("A " + noun + " needs a name")});
     QCOMPARE(peer.call(kind.download("y")), (QByteArrayList{kind.element_reply("one"), ok}));
 }
 

@@ -179,20 +179,48 @@ private:
         static QString const letters = QStringLiteral("\"\\/bfnrt");
         static QString const meanings = QStringLiteral("\"\\/\b\f\n\r\t");
         ++place;
-        if (place < text.size() && text[place] == u'u') {
-            bool good = false;
-            QStringView const digits = QStringView(text).mid(place + 1, 4);
-            ushort const code = digits.toUShort(&good, 16);
-            if (!good || digits.size() != 4)
-                return fail("four hexadecimal digits");
-            place += 4;
-            *out += QChar(code);
-            return true;
-        }
+        if (place < text.size() && text[place] == u'u')
+            return code_point(out);
         qsizetype const which = place < text.size() ? letters.indexOf(text[place]) : -1;
         if (which < 0)
             return fail("one of \"\\/bfnrtu behind the backslash");
         *out += meanings[which];
+        return true;
+    }
+
+    /// A code point in one or two units; leaves the place at its last digit.
+    bool code_point(QString *out)
+    {
+        QChar first;
+        if (!unit(&first))
+            return false;
+        if (first.isNull() || first.isLowSurrogate())
+            return fail("a character that a message can hold");
+        *out += first;
+        if (!first.isHighSurrogate())
+            return true;
+        QChar second;
+        if (QStringView(text).mid(place + 1, 2) != u"\\u")
+            return fail("the second half of a surrogate pair");
+        place += 2;
+        if (!unit(&second))
+            return false;
+        if (!second.isLowSurrogate())
+            return fail("the second half of a surrogate pair");
+        *out += second;
+        return true;
+    }
+
+    /// Four digits, from the "u" in front of them.
+    bool unit(QChar *out)
+    {
+        bool good = false;
+        QStringView const digits = QStringView(text).mid(place + 1, 4);
+        ushort const code = digits.toUShort(&good, 16);
+        if (!good || digits.size() != 4)
+            return fail("four hexadecimal digits");
+        place += 4;
+        *out = QChar(code);
         return true;
     }
 

@@ -135,10 +135,13 @@ bool read_element(XMLTree const &parent, AString const &tag, bool *out, AString 
     AString const text = element->get_content().despace();
     int named = 0;
     long long number = 0;
+    unsigned long long large = 0;
     if (boolean_names().valid_name(text, &named))
         *out = named != 0;
     else if (text.to_long_long(&number))
         *out = number != 0;
+    else if (text.to_unsigned_long_long(&large))
+        *out = large != 0;
     else
         return fail_reading(error,
             AString::l1("Tag %1 contains invalid %3 value '%2'")
