@@ -21,7 +21,7 @@ public:
     /// Writes one message.
     void send(XMLTree const &message);
 
-    /// Called at the head of every `send`. A null callable ends that.
+    /// Called at the head of every `send`; null ends that. Set it while no thread sends.
     void set_send_debug_hook(AFunction1<XMLTree const &> const &hook);
 
     // Driving

@@ -27,7 +27,7 @@ public:
     /// stays open.
     void parse(XMLTree const &message);
 
-    /// Called at the head of every `parse`. A null callable ends that.
+    /// Called at the head of every `parse`; null ends that. Set it on the thread of `parse`.
     void set_receive_debug_hook(AFunction1<XMLTree const &> const &hook);
 
     /// Whether the last `parse` found nothing wrong; a tried field does not count.
