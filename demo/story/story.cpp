@@ -249,7 +249,8 @@ bool Story::come_back()
     });
     retry.start();
     until([] { return false; }, 1500);
-    print(QStringLiteral("not connected: %1").arg(server.is_connected() ? QStringLiteral("no") : QStringLiteral("yes")));
+    print(QStringLiteral("not connected: %1")
+              .arg(server.is_connected() ? QStringLiteral("no") : QStringLiteral("yes")));
     QString error;
     if (!simulator.start(&error)) {
         print(error);

@@ -12,7 +12,7 @@ void print(char const *text, char const *file, int line)
     qDebug("ASSERT: %s (%s:%d)", text, file, line);
 }
 
-std::atomic<AssertHandler> current_handler {&print};
+std::atomic<AssertHandler> current_handler{&print};
 
 } // namespace
 

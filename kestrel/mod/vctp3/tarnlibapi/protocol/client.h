@@ -40,8 +40,8 @@ public:
     /// Runs the loop on the caller's thread, until the object is destroyed.
     void run_forever();
     /// Runs the loop on a thread of its own with a stack of 64 KiB. \a priority: 0 as other
-    /// threads, above 0 more urgent, below 0 less, in steps of niceness; what the process has no right to is
-    /// ignored. While the thread runs: an assertion, and nothing else.
+    /// threads, above 0 more urgent, below 0 less, in steps of niceness; what the process has no
+    /// right to is ignored. While the thread runs: an assertion, and nothing else.
     void run_forever_in_own_thread(int priority);
     /// What that thread runs.
     void run_forever_ownthread();
