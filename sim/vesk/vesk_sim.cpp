@@ -4,8 +4,11 @@
 #include "sim/vesk/vesk_channel_reports.h"
 #include "sim/vesk/vesk_server.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QThread>
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -26,7 +29,7 @@ public:
     {
         start();
         std::unique_lock lock(mutex);
-        changed.wait(lock, [this] { return server != nullptr; });
+        wait_until(lock, [this] { return server != nullptr; });
     }
     ~ServerThread() override
     {
@@ -41,10 +44,9 @@ public:
             std::lock_guard const lock(mutex);
             tasks.push_back(&task);
         }
-        QMetaObject::invokeMethod(
-            server, [this] { run_tasks(); }, Qt::QueuedConnection);
+        QCoreApplication::postEvent(waker, new QEvent(QEvent::User));
         std::unique_lock lock(mutex);
-        changed.wait(lock, [&task] { return task.done; });
+        wait_until(lock, [&task] { return task.done; });
     }
 
     QHostAddress const &address() const { return listened; }
@@ -58,13 +60,34 @@ private:
         bool done;
     };
 
+    /// Runs the tasks in the server's thread, whatever the event holds.
+    struct Waker : QObject
+    {
+        explicit Waker(ServerThread *of)
+            : thread(of)
+        {
+        }
+        void customEvent(QEvent *) override { thread->run_tasks(); }
+        ServerThread *thread;
+    };
+
+    // A wait without a limit happens inside the standard library, where a sanitizer does not see
+    // that the mutex is given back meanwhile.
+    template <typename Condition>
+    void wait_until(std::unique_lock<std::mutex> &lock, Condition condition)
+    {
+        while (!changed.wait_for(lock, std::chrono::hours(1), condition)) { }
+    }
+
     void run() override
     {
         VeskServer here(listened, wanted);
         here.listen(&listen_error);
+        Waker here_too(this);
         {
             std::lock_guard const lock(mutex);
             server = &here;
+            waker = &here_too;
         }
         changed.notify_all();
         exec();
@@ -90,6 +113,7 @@ private:
     std::mutex mutex;
     std::condition_variable changed;
     VeskServer *server = nullptr; // guarded by mutex; stays once it is set
+    Waker *waker = nullptr; // as server
     QString listen_error; // written before server
     std::deque<Task *> tasks; // guarded by mutex, as is what they point to
 };
