@@ -8,7 +8,6 @@
 #include <QEvent>
 #include <QThread>
 
-#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -29,11 +28,15 @@ public:
     {
         start();
         std::unique_lock lock(mutex);
-        wait_until(lock, [this] { return server != nullptr; });
+        changed.wait(lock, [this] { return server != nullptr; });
     }
     ~ServerThread() override
     {
         call([this](VeskServer &) { quit(); });
+        {
+            std::unique_lock lock(mutex);
+            changed.wait(lock, [this] { return ended; });
+        }
         wait();
     }
 
@@ -46,7 +49,7 @@ public:
         }
         QCoreApplication::postEvent(waker, new QEvent(QEvent::User));
         std::unique_lock lock(mutex);
-        wait_until(lock, [&task] { return task.done; });
+        changed.wait(lock, [&task] { return task.done; });
     }
 
     QHostAddress const &address() const { return listened; }
@@ -71,15 +74,15 @@ private:
         ServerThread *thread;
     };
 
-    // A wait without a limit happens inside the standard library, where a sanitizer does not see
-    // that the mutex is given back meanwhile.
-    template <typename Condition>
-    void wait_until(std::unique_lock<std::mutex> &lock, Condition condition)
+    void run() override
     {
-        while (!changed.wait_for(lock, std::chrono::hours(1), condition)) { }
+        serve();
+        std::lock_guard const lock(mutex);
+        ended = true;
+        changed.notify_all();
     }
 
-    void run() override
+    void serve()
     {
         VeskServer here(listened, wanted);
         here.listen(&listen_error);
@@ -114,6 +117,7 @@ private:
     std::condition_variable changed;
     VeskServer *server = nullptr; // guarded by mutex; stays once it is set
     Waker *waker = nullptr; // as server
+    bool ended = false; // guarded by mutex
     QString listen_error; // written before server
     std::deque<Task *> tasks; // guarded by mutex, as is what they point to
 };
