@@ -4,7 +4,8 @@
 
 Usage: forwarding_headers.py OUTPUT_FOLDER LIST_FILE, where LIST_FILE holds a line
 "INCLUDE_PATH<TAB>FILE" per public header. A class defined at namespace level of a header gets
-OUTPUT_FOLDER/Tarn/<ClassName>; OUTPUT_FOLDER/Tarn/Tarn includes every header. A file is written
+OUTPUT_FOLDER/Tarn/<ClassName>, which includes every header that defines a class of this name, since
+two namespaces may each have one; OUTPUT_FOLDER/Tarn/Tarn includes every header. A file is written
 only if its content changed.
 """
 import pathlib
@@ -46,9 +47,9 @@ def main():
         include, file = line.split("\t")
         headers.append(include)
         for name in classes(pathlib.Path(file).read_text(encoding="utf-8")):
-            owners.setdefault(name, include)
-    for name, include in owners.items():
-        write(out / name, f'#include "{include}"\n')
+            owners.setdefault(name, {})[include] = None
+    for name, includes in owners.items():
+        write(out / name, "".join(f'#include "{include}"\n' for include in includes))
     write(out / "Tarn", "#pragma once\n" + "".join(f'#include "{h}"\n' for h in headers))
     for stale in out.iterdir():
         if stale.name != "Tarn" and stale.name not in owners:
