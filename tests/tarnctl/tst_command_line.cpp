@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnctl/command_line.h"
 #include "tools/tarnctl/help.h"
+#include "tools/tarnctl/usage.h"
 #include "tools/tarnctl/verbs.h"
+#include "tools/tarnctl/vocabulary_info.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 using TarnCtl::CommandLine;
@@ -28,6 +31,8 @@ private Q_SLOTS:
     void completes_data();
     void completes();
     void every_verb_tells_an_example();
+    void help_lists_every_report_with_its_group();
+    void usage_names_every_option();
 };
 
 namespace {
@@ -137,6 +142,10 @@ void TestCommandLine::settings_are_checked_data()
     QTest::newRow("--timeout 5s") << 0;
     QTest::newRow("--timeout=") << 0;
     QTest::newRow("--server=") << 0;
+    QTest::newRow("--server=h:1") << 0;
+    QTest::newRow("--server=[::1]:8913") << 0;
+    QTest::newRow("--server=::1") << 10000;
+    QTest::newRow("--server=fe80::1%lo") << 10000;
 }
 
 void TestCommandLine::settings_are_checked()
@@ -201,6 +210,10 @@ void TestCommandLine::completes_data()
     QTest::newRow("config s") << QStringLiteral("set");
     QTest::newRow("play AM") << QStringLiteral("AM");
     QTest::newRow("help wa") << QStringLiteral("watch");
+    QTest::newRow("help call list_re") << QStringLiteral("list_rename list_remove_item");
+    QTest::newRow("help meta e") << QStringLiteral("erase");
+    QTest::newRow("help play A") << QString();
+    QTest::newRow("help call play C") << QString();
     QTest::newRow("fly a") << QString();
     QTest::newRow("--server s") << QString();
 }
@@ -221,6 +234,34 @@ void TestCommandLine::every_verb_tells_an_example()
         QVERIFY2(text.startsWith(QStringLiteral("usage: tarnctl ") + QLatin1String(verb.name)),
             verb.name);
         QVERIFY2(TarnCtl::help_text().contains(QLatin1String(verb.summary)), verb.name);
+    }
+}
+
+void TestCommandLine::help_lists_every_report_with_its_group()
+{
+    QString const help = TarnCtl::report_list() + u'\n';
+    int reports = 0;
+    for (TarnCtl::ReportInfo const &report : TarnCtl::all_reports()) {
+        QString const group = QLatin1String(report.registration);
+        QRegularExpression const line(
+            QStringLiteral("\n  %1 *([a-z_]+, )*%2[,\n]").arg(group, QLatin1String(report.name)));
+        QVERIFY2(line.match(help).hasMatch(), report.name);
+        ++reports;
+    }
+    QCOMPARE(reports, 57);
+}
+
+void TestCommandLine::usage_names_every_option()
+{
+    for (TarnCtl::VerbInfo const &verb : TarnCtl::all_verbs()) {
+        CommandLine line;
+        line.verb = &verb;
+        for (TarnCtl::OptionInfo const &option : verb.options) {
+            QString form = QStringLiteral("[--") + QLatin1String(option.name);
+            if (option.value)
+                form += u' ' + QLatin1String(option.value);
+            QVERIFY2(TarnCtl::usage_text(line).contains(form + u']'), option.name);
+        }
     }
 }
 

@@ -294,7 +294,12 @@ void TestParameters::refuses_wrong_arguments_data()
     row("no equals sign", "play", {QStringLiteral("A")},
         "'A' is not of the form ELEMENT=VALUE: play takes Channel, Speed?, Layer?, MinLatency?");
     row("twice", "play", {QStringLiteral("Channel=A"), QStringLiteral("Channel=A")},
-        "Channel is given twice");
+        "Channel is given twice: expected once, one of A, B, C, D, E, F, G, H, I, J, K, L, M, N, "
+        "O, P, "
+        "Q, R, S, T, U, V, W, X, Y, Z, AA, AB, AC, AD, AE, AF, AG, AH, AI, AJ, AK, AL, AM, AN");
+    row("twice with another value", "iso_angle",
+        {QStringLiteral("Angle=1"), QStringLiteral("Angle=2")},
+        "Angle is given twice: expected once, a number from 0 to 255");
 }
 
 void TestParameters::refuses_wrong_arguments()
@@ -310,10 +315,12 @@ void TestParameters::knows_every_command_and_similar_names()
     QCOMPARE(TarnCtl::all_commands().size(), std::size_t(140));
     QCOMPARE(TarnCtl::all_reports().size(), std::size_t(57));
     QVERIFY(!TarnCtl::find_command(QStringLiteral("Play")));
-    QCOMPARE(TarnCtl::similar_commands(QStringLiteral("plya")).value(0), QStringLiteral("play"));
-    QVERIFY(TarnCtl::similar_commands(QStringLiteral("clipids"))
-                .contains(QStringLiteral("download_clipids")));
-    QVERIFY(TarnCtl::similar_commands(QStringLiteral("xxxxxxxxxx")).isEmpty());
+    auto const similar = [](QString const &typed) {
+        return TarnCtl::similar_names(typed, TarnCtl::command_names());
+    };
+    QCOMPARE(similar(QStringLiteral("plya")).value(0), QStringLiteral("play"));
+    QVERIFY(similar(QStringLiteral("clipids")).contains(QStringLiteral("download_clipids")));
+    QVERIFY(similar(QStringLiteral("xxxxxxxxxx")).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestParameters)

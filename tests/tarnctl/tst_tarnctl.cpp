@@ -31,6 +31,9 @@ private Q_SLOTS:
     void an_error_is_a_json_line_or_a_text_on_standard_error();
     void global_options_stand_in_both_places();
     void trace_shows_every_message_both_ways();
+    void ends_with_5_when_the_output_cannot_be_written_data();
+    void ends_with_5_when_the_output_cannot_be_written();
+    void closed_streams_do_not_become_the_connection();
     void ends_quietly_when_its_reader_has_gone();
     void is_silent_in_a_locale_without_utf8();
     void tells_help_and_version_without_a_server();
@@ -86,19 +89,27 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
     auto const row = [](char const *line, char const *error) {
         QTest::newRow(line) << QString::fromUtf8(error);
     };
-    row("", "which verb?");
+    row("",
+        "VERB is missing: expected one of call, watch, status, clips, clip, play, stop, cue, "
+        "record, meta, config, help");
     row("fly",
         "no verb 'fly': expected one of call, watch, status, clips, clip, play, stop, cue, "
         "record, meta, config, help");
     row("--bogus clips", "no option --bogus before the verb");
     row("clips --bogus", "no option --bogus of 'clips'");
     row("clips --timeout", "--timeout needs a value: SECONDS");
-    row("clips --timeout 0", "bad value '0' for --timeout: expected seconds above 0");
+    row("clips --timeout 0",
+        "bad value '0' for --timeout: expected seconds above 0, at most 1000000");
+    row("clips --timeout 1000001",
+        "bad value '1000001' for --timeout: expected seconds above 0, at most 1000000");
     row("clips --server=", "bad value '' for --server: expected a name or an address");
+    row("clips --server=127.0.0.1:8913",
+        "bad value '127.0.0.1:8913' for --server: expected a name or an address without a port, "
+        "which is always 8913");
     row("clips --json=yes", "--json takes no value");
     row("clips a b", "'b' is too much");
-    row("clip", "something is missing");
-    row("call", "which command? 'tarnctl call --help' lists them");
+    row("clip", "ID is missing");
+    row("call", "NAME is missing");
     row("call plya", "no command 'plya': like play, log; 'tarnctl call --help' lists them");
     row("call xxxxxxxxxx", "no command 'xxxxxxxxxx': 'tarnctl call --help' lists them");
     row("call jog Channel=A",
@@ -108,41 +119,63 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
         "no parameter is named 'Sped': play takes Channel, Speed?, Layer?, MinLatency?");
     row("call sync A", "'A' is not of the form ELEMENT=VALUE: sync takes no parameters");
     row("call sync Channel=A", "no parameter is named 'Channel': sync takes no parameters");
-    row("call iso_angle Channel=A Channel=B Angle=1", "Channel is given twice");
+    row("call iso_angle Angle=1 Angle=2",
+        "Angle is given twice: expected once, a number from 0 to 255");
     row("call gang_stop ChannelSet=A",
         "bad value for ChannelSet: no JSON: expected a value (texts stand in double quotes) at "
         "character 1; expected a JSON array of at most 40 Channel, each one of A, B, C, D, E, F, "
         "G, H, I, J, K, L, M, N, O, P, Q, R, S, T, U, V, W, X, Y, Z, AA, AB, AC, AD, AE, AF, AG, "
         "AH, AI, AJ, AK, AL, AM, AN");
-    row("play", "something is missing");
+    row("play", "CHANNELS is missing");
     row("play a", "bad channels 'a': expected a list such as A-D,F of A to AN");
-    row("play A fast", "bad value 'fastX' for Speed: expected a speed such as 1X or -0.5X");
+    row("play A fast", "bad value 'fast' for SPEED: expected a factor such as 0.5 or -1X");
+    row("play A X", "bad value 'X' for SPEED: expected a factor such as 0.5 or -1X");
+    row("play A 1XX", "bad value '1XX' for SPEED: expected a factor such as 0.5 or -1X");
     row("play A 1X more", "'more' is too much");
     row("stop A-", "bad channels 'A-': expected a list such as A-D,F of A to AN");
-    row("cue A", "something is missing");
+    row("cue", "CHANNEL is missing");
+    row("cue A", "CLIP is missing");
     row("cue A clip x", "bad value 'x' for GotoPosition: expected a number from 0 to 4294967295");
+    row("record A", "CLIP is missing");
     row("record A clip --length x",
         "bad value 'x' for ClipLength: expected a number from 0 to 4294967295");
     row("watch more", "'more' is too much");
     row("watch --channels A-", "bad channels 'A-': expected a list such as A-D,F of A to AN");
-    row("watch --reports status,bogus",
-        "no report 'bogus': expected names of reports, or of clip_change, config_change, "
-        "disk_space, temperature, melt, directory_change, playlist_change, chaselist_change, "
-        "export, alerts, chase_ltc_timecode, ltc_input, status, clipid, speed, timecode, info, "
-        "peak, aux_audio_status, aux_audio_clipid, aux_audio_speed, aux_audio_timecode, "
-        "aux_audio_info, aux_audio_peak, listplay, chaseplay");
-    row("watch --for soon", "bad value 'soon' for --for: expected seconds above 0");
+    row("watch --reports status,bogus", "no report 'bogus': 'tarnctl watch --help' lists them");
+    row("watch --reports chanel_status",
+        "no report 'chanel_status': like channel_status; 'tarnctl watch --help' lists them");
+    row("watch --for soon",
+        "bad value 'soon' for --for: expected seconds above 0, at most 1000000");
     row("watch --count 0", "bad value '0' for --count: expected a number above 0");
-    row("meta", "expected one of get, set, erase, watch");
-    row("meta put d k v", "expected one of get, set, erase, watch");
-    row("meta get", "something is missing");
-    row("meta set d k", "something is missing");
-    row("meta erase d", "something is missing");
+    row("meta", "a word is missing behind 'meta': expected one of get, set, erase, watch");
+    row("meta put d k v", "no 'meta put': expected one of get, set, erase, watch");
+    row("meta get", "DATABASE is missing");
+    row("meta get d p more", "'more' is too much");
+    row("meta set d k", "VALUE is missing");
+    row("meta set d k v more", "'more' is too much");
+    row("meta erase d", "KEY is missing");
+    row("meta watch", "DATABASE is missing");
+    row("meta watch d --prefix p", "no option --prefix of 'meta watch'");
     row("meta get d --prefix p", "no option --prefix of 'meta get'");
     row("meta set d k v --count 1", "no option --count of 'meta set'");
-    row("config", "expected one of list, get, set");
-    row("config get", "something is missing");
-    row("config set name", "something is missing");
+    row("config", "a word is missing behind 'config': expected one of list, get, set");
+    row("config put name", "no 'config put': expected one of list, get, set");
+    row("config list a b", "'b' is too much");
+    row("config get", "NAME is missing");
+    row("config set name", "VALUE is missing");
+    row("--help fly",
+        "no verb 'fly': expected one of call, watch, status, clips, clip, play, stop, "
+        "cue, record, meta, config, help");
+    row("play --help more", "'more' is too much");
+    row("--help play more", "'more' is too much");
+    row("meta --help put", "no 'meta put': expected one of get, set, erase, watch");
+    row("call --help log more", "'more' is too much");
+    row("call --help plya", "no command 'plya': like play, log; 'tarnctl call --help' lists them");
+    row("call plya --help", "no command 'plya': like play, log; 'tarnctl call --help' lists them");
+    row("help play more", "'more' is too much");
+    row("help call log more", "'more' is too much");
+    row("help call plya", "no command 'plya': like play, log; 'tarnctl call --help' lists them");
+    row("help meta put", "no 'meta put': expected one of get, set, erase, watch");
     row("help fly",
         "no verb 'fly': expected one of call, watch, status, clips, clip, play, stop, "
         "cue, record, meta, config, help");
@@ -152,8 +185,8 @@ void TestTarnctl::ends_with_2_before_anything_is_sent()
 {
     QFETCH(QString, error);
     QStringList arguments = words(QTest::currentDataTag());
-    // The server comes last, so that a row may lack its verb; a bad --server row brings its own.
-    if (!arguments.contains(QStringLiteral("--server=")) && !arguments.isEmpty())
+    // The server comes first, so that a row may lack its verb; the last of an option counts.
+    if (!arguments.isEmpty())
         arguments.prepend(QStringLiteral("--server=") + server->address().toString());
     ToolRun const run = run_tool(arguments);
     QCOMPARE(run.err.section(u'\n', 0, 0), QStringLiteral("tarnctl: ") + error);
@@ -261,6 +294,63 @@ void TestTarnctl::trace_shows_every_message_both_ways()
     QCOMPARE(run.out, QStringLiteral("{\"reply\":\"ok\"}\n"));
 }
 
+namespace {
+
+/// Runs the program under a shell that redirects its streams.
+ToolRun run_redirected(QString const &arguments, QString const &redirection)
+{
+    QProcess shell;
+    shell.start(QStringLiteral("sh"),
+        {QStringLiteral("-c"), QStringLiteral("exec \"$0\" %1 %2").arg(arguments, redirection),
+            QStringLiteral(TARNCTL_PROGRAM)});
+    ToolRun run;
+    if (shell.waitForFinished(25000) && shell.exitStatus() == QProcess::NormalExit)
+        run.code = shell.exitCode();
+    run.out = QString::fromUtf8(shell.readAllStandardOutput());
+    run.err = QString::fromUtf8(shell.readAllStandardError());
+    return run;
+}
+
+} // namespace
+
+void TestTarnctl::ends_with_5_when_the_output_cannot_be_written_data()
+{
+    QTest::addColumn<QString>("redirection");
+    QTest::addColumn<QString>("reason");
+    QTest::addColumn<unsigned int>("sent");
+    QString const full = QStringLiteral("No space left on device");
+    QString const closed = QStringLiteral("it is closed");
+    QTest::newRow("call sync") << QStringLiteral(">/dev/full") << full << 1U;
+    QTest::newRow("--json call sync") << QStringLiteral(">/dev/full") << full << 1U;
+    QTest::newRow("--help") << QStringLiteral(">/dev/full") << full << 0U;
+    QTest::newRow("call sync --trace") << QStringLiteral(">&-") << closed << 0U;
+    QTest::newRow("--version") << QStringLiteral(">&-") << closed << 0U;
+}
+
+void TestTarnctl::ends_with_5_when_the_output_cannot_be_written()
+{
+    QFETCH(QString, redirection);
+    QFETCH(QString, reason);
+    QFETCH(unsigned int, sent);
+    QString const arguments = QStringLiteral("--server %1 ").arg(server->address().toString())
+        + QLatin1String(QTest::currentDataTag());
+    ToolRun const run = run_redirected(arguments, redirection);
+    QCOMPARE(run.err, QStringLiteral("tarnctl: cannot write to standard output: %1\n").arg(reason));
+    QCOMPARE(run.code, 5);
+    QCOMPARE(server->counters().count("sync"), sent);
+    QVERIFY(run_tool(words("--help")).out.contains(QStringLiteral("5 the output could not be")));
+}
+
+void TestTarnctl::closed_streams_do_not_become_the_connection()
+{
+    QString const arguments
+        = QStringLiteral("--server %1 --trace call sync").arg(server->address().toString());
+    ToolRun const run = run_redirected(arguments, QStringLiteral("<&- 2>&-"));
+    QCOMPARE(run.out, QStringLiteral("ok\n"));
+    QCOMPARE(run.code, 0);
+    QCOMPARE(server->counters().count("sync"), 1U);
+}
+
 void TestTarnctl::ends_quietly_when_its_reader_has_gone()
 {
     QProcess process;
@@ -301,11 +391,17 @@ void TestTarnctl::tells_help_and_version_without_a_server()
     QCOMPARE(watch.code, 0);
     QVERIFY(watch.out.contains(QStringLiteral("--reconnect")));
     QCOMPARE(run_tool(words("help watch")).out, watch.out);
+    QCOMPARE(run_tool(words("--help watch")).out, watch.out);
+    QCOMPARE(run_tool(words("watch surplus --help")).out, watch.out);
     QVERIFY(run_tool(words("call --help"))
                 .out.contains(QStringLiteral("\n  jog Channel JogDistance Layer? MinLatency?\n")));
     QVERIFY(run_tool(words("call jog --help"))
                 .out.contains(
                     QStringLiteral("\n  JogDistance  a number from -2147483648 to 2147483647\n")));
+    QCOMPARE(run_tool(words("help call jog")).out, run_tool(words("call jog --help")).out);
+    QCOMPARE(run_tool(words("call --help jog")).out, run_tool(words("call jog --help")).out);
+    QVERIFY(run_tool(words("call --help"))
+                .out.contains(QStringLiteral("Each run has a connection of its own")));
 }
 
 void TestTarnctl::the_manual_knows_every_verb_and_option()

@@ -5,6 +5,8 @@
 #include "tools/tarnctl/verbs.h"
 #include "tools/tarnctl/vocabulary_info.h"
 
+#include <QHostAddress>
+
 #include <algorithm>
 #include <cmath>
 
@@ -16,9 +18,12 @@ constexpr OptionInfo globals[] = {
     {"timeout", "SECONDS", "longest wait for connection and answer; 10 if not given"},
     {"json", nullptr, "one JSON object per line in place of text for people"},
     {"trace", nullptr, "every message both ways on standard error"},
-    {"help", nullptr, "what a verb does, with an example"},
+    {"help", nullptr, "what this program or a verb does, with an example"},
     {"version", nullptr, "the version of this program"},
 };
+
+/// The most that is still told apart from for ever, in milliseconds within an int.
+constexpr double most_seconds = 1e6;
 
 OptionInfo const *find_option(std::span<OptionInfo const> options, QString const &name)
 {
@@ -27,6 +32,18 @@ OptionInfo const *find_option(std::span<OptionInfo const> options, QString const
             return &option;
     }
     return nullptr;
+}
+
+/// A colon stands in an address of version 6 or announces a port, which nobody can choose.
+bool check_server(QString const &server, QString *error)
+{
+    bool const has_port = server.contains(u':') && QHostAddress(server).isNull();
+    if (!server.isEmpty() && !has_port)
+        return true;
+    *error
+        = QStringLiteral("bad value '%1' for --server: expected a name or an address").arg(server)
+        + QLatin1String(has_port ? " without a port, which is always 8913" : "");
+    return false;
 }
 
 } // namespace
@@ -94,6 +111,8 @@ bool CommandLine::read_option(QString const &word, QStringList *rest, QString *e
     }
     if (option->value)
         value = equals >= 0 ? word.mid(equals + 1) : rest->takeFirst();
+    if (name == QLatin1String("help") && !has("help"))
+        words_before_help = words.size();
     options[name] = value;
     return true;
 }
@@ -103,25 +122,19 @@ bool Settings::read(CommandLine const &line, QString *error)
     server = line.value("server", QStringLiteral("127.0.0.1"));
     json = line.has("json");
     trace = line.has("trace");
-    if (server.isEmpty()) {
-        *error = QStringLiteral("bad value '' for --server: expected a name or an address");
-        return false;
-    }
-    QString const seconds = line.value("timeout", QStringLiteral("10"));
-    if (!read_seconds(seconds, &timeout_ms)) {
-        *error
-            = QStringLiteral("bad value '%1' for --timeout: expected seconds above 0").arg(seconds);
-        return false;
-    }
-    return true;
+    return check_server(server, error)
+        && read_seconds("timeout", line.value("timeout", QStringLiteral("10")), &timeout_ms, error);
 }
 
-bool read_seconds(QString const &text, int *ms)
+bool read_seconds(char const *option, QString const &text, int *ms, QString *error)
 {
     bool is_number = false;
     double const seconds = text.toDouble(&is_number);
-    if (!is_number || !(seconds > 0) || seconds > 1e6)
+    if (!is_number || !(seconds > 0) || seconds > most_seconds) {
+        *error = QStringLiteral("bad value '%1' for --%2: expected seconds above 0, at most %3")
+                     .arg(text, QLatin1String(option), QString::number(most_seconds, 'f', 0));
         return false;
+    }
     *ms = std::max(1, int(std::lround(seconds * 1000)));
     return true;
 }

@@ -26,6 +26,8 @@ struct CommandLine
     /// Null when none was typed.
     VerbInfo const *verb = nullptr;
     QStringList words;
+    /// How many of the words stand in front of --help.
+    qsizetype words_before_help = 0;
 
     bool has(char const *option) const { return options.count(QLatin1String(option)) > 0; }
     /// Its value; of one that was given twice the last. \a otherwise if it was not given.
@@ -53,8 +55,9 @@ struct Settings
     bool read(CommandLine const &line, QString *error);
 };
 
-/// More than 0 and at most 1000000 seconds, with decimals. On failure *ms is untouched.
-bool read_seconds(QString const &text, int *ms);
+/// The value of an option in seconds: more than 0 and at most 1000000, with decimals. On failure:
+/// false, *ms untouched, what would be accepted in *error.
+bool read_seconds(char const *option, QString const &text, int *ms, QString *error);
 
 /// Channels such as "A-D,F", in the order given, each once. On failure: false, what is wrong and
 /// what would be accepted in *error.

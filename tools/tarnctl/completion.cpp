@@ -44,22 +44,17 @@ QStringList for_command(CommandInfo const &command, QStringList const &given, QS
     return list;
 }
 
-QStringList command_names()
-{
-    QStringList list;
-    for (CommandInfo const &command : all_commands())
-        list << QLatin1String(command.name);
-    return list;
-}
+QStringList for_verb(CommandLine const &line, QString const &last);
 
-QStringList report_names()
+/// What help may be wanted on, behind a verb.
+QStringList for_topic(QStringList const &words, QString const &last)
 {
-    QStringList list = names_of(enumeration("ReportType"));
-    list += names_of(enumeration("ChannelReportType"));
-    for (ReportInfo const &report : all_reports())
-        list << QLatin1String(report.name);
-    list.removeDuplicates();
-    return list;
+    CommandLine about;
+    QString error;
+    if (words.size() > 1 || !about.read(words, &error) || !about.verb
+        || about.verb->first_word == FirstWord::Channel)
+        return {};
+    return for_verb(about, last);
 }
 
 /// What may stand behind a verb and the words that it has already.
@@ -78,7 +73,7 @@ QStringList for_verb(CommandLine const &line, QString const &last)
     case FirstWord::SubVerb:
         return first ? sub_verbs(*line.verb) : QStringList();
     case FirstWord::VerbName:
-        return first ? verb_names() : QStringList();
+        return first ? verb_names() : for_topic(line.words, last);
     case FirstWord::None:
         break;
     }

@@ -2,6 +2,7 @@
 #include "tools/tarnctl/help.h"
 
 #include "tools/tarnctl/text_form.h"
+#include "tools/tarnctl/usage.h"
 #include "tools/tarnctl/verbs.h"
 #include "tools/tarnctl/vocabulary_info.h"
 
@@ -28,22 +29,20 @@ QString option_table(std::span<OptionInfo const> options)
     return indented(table.text());
 }
 
-QString command_table()
+/// The groups of one kind with the reports that each turns on; those of no group for a null.
+QString group_table(TypeInfo const *groups, bool per_channel)
 {
-    QString text;
-    QString family;
-    for (CommandInfo const &command : all_commands()) {
-        if (family != QLatin1String(command.family)) {
-            family = QLatin1String(command.family);
-            text += u'\n' + family + u'\n';
+    TextTable table;
+    for (QString const &group : groups ? names_of(*groups) : QStringList{QString()}) {
+        QStringList reports;
+        for (ReportInfo const &report : all_reports()) {
+            if (group == QLatin1String(report.registration)
+                && (group.isEmpty() || report.per_channel == per_channel))
+                reports << QLatin1String(report.name);
         }
-        text += QStringLiteral("  %1 %2").arg(
-            QLatin1String(command.name), field_list(command.parameters, QStringLiteral(" ")));
-        while (text.endsWith(u' '))
-            text.chop(1);
-        text += u'\n';
+        table.add({group, reports.join(QStringLiteral(", "))});
     }
-    return text;
+    return indented(table.text().trimmed());
 }
 
 QString parameter_table(CommandInfo const &command)
@@ -59,17 +58,46 @@ QString parameter_table(CommandInfo const &command)
 
 } // namespace
 
+QString command_list()
+{
+    QString text;
+    QString family;
+    for (CommandInfo const &command : all_commands()) {
+        if (family != QLatin1String(command.family)) {
+            family = QLatin1String(command.family);
+            text += u'\n' + family + u'\n';
+        }
+        text += QStringLiteral("  %1 %2").arg(
+            QLatin1String(command.name), field_list(command.parameters, QStringLiteral(" ")));
+        while (text.endsWith(u' '))
+            text.chop(1);
+        text += u'\n';
+    }
+    return QLatin1String("Commands, a question mark behind what may be left out:\n")
+        + text.chopped(1);
+}
+
+QString report_list()
+{
+    return QStringLiteral("Groups of the server and their reports:\n%1\n\n"
+                          "Groups of channels and their reports:\n%2\n\n"
+                          "Reports of no group:\n%3")
+        .arg(group_table(&enumeration("ReportType"), false),
+            group_table(&enumeration("ChannelReportType"), true), group_table(nullptr, false));
+}
+
 QString help_text()
 {
     TextTable table;
     for (VerbInfo const &verb : all_verbs())
         table.add({QLatin1String(verb.name), QLatin1String(verb.summary)});
-    return QStringLiteral("usage: tarnctl [OPTION ...] VERB [WORD ...]\n\n"
-                          "Controls a Vesk replay and clip server from a terminal or a script.\n\n"
-                          "Verbs:\n%1\n\nOptions, before or after the verb:\n%2\n\n"
-                          "Exit codes: 0 done, 1 the server answered an error, 2 usage,\n"
-                          "3 no connection, 4 timed out.")
-        .arg(indented(table.text()), option_table(global_options()));
+    return usage_text(CommandLine())
+        + QStringLiteral(
+            "\n\nControls a Vesk replay and clip server from a terminal or a script.\n\n"
+            "Verbs:\n%1\n\nOptions, before or after the verb:\n%2\n\n"
+            "Exit codes: 0 done, 1 the server answered an error, 2 usage,\n"
+            "3 no connection, 4 timed out, 5 the output could not be written.")
+              .arg(indented(table.text()), option_table(global_options()));
 }
 
 QString help_text(CommandLine const &line)
@@ -81,27 +109,16 @@ QString help_text(CommandLine const &line)
         return QStringLiteral("usage: tarnctl call %1 [ELEMENT=VALUE ...]\n\n"
                               "Elements; a question mark stands behind what may be left out:\n%2")
             .arg(QLatin1String(command->name), parameter_table(*command));
-    QString text = usage_text(verb) + QLatin1String("\n\n") + QLatin1String(verb.summary);
+    QString text = usage_text(line) + QLatin1String("\n\n") + QLatin1String(verb.summary);
     if (*verb.details)
         text += QLatin1String("\n\n") + QLatin1String(verb.details);
     if (!verb.options.empty())
         text += QLatin1String("\n\nOptions:\n") + option_table(verb.options);
+    text += QLatin1String("\n\nOptions of every verb:\n") + option_table(global_options());
     text += QLatin1String("\n\nExample:\n") + indented(QLatin1String(verb.example));
-    if (verb.first_word == FirstWord::Command)
-        text += QLatin1String("\n\nCommands, a question mark behind what may be left out:\n")
-            + command_table().chopped(1);
+    if (verb.list)
+        text += QLatin1String("\n\n") + verb.list();
     return text;
-}
-
-QString usage_text(VerbInfo const &verb)
-{
-    QStringList lines;
-    for (QString const &form : QString(QLatin1String(verb.forms)).split(u'\n')) {
-        QString const start = QLatin1String(lines.isEmpty() ? "usage: " : "       ");
-        lines << start + QLatin1String("tarnctl ") + QLatin1String(verb.name)
-                + (form.isEmpty() ? form : u' ' + form);
-    }
-    return lines.join(u'\n');
 }
 
 } // namespace TarnCtl

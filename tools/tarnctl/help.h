@@ -9,8 +9,11 @@ namespace TarnCtl {
 QString help_text();
 /// What a verb does; for "call" also its commands, or what the named command takes.
 QString help_text(CommandLine const &line);
-/// "usage: tarnctl VERB ...", one line for each form.
-QString usage_text(VerbInfo const &verb);
+/// \name What the help of a verb lists
+/// @{
+QString command_list();
+QString report_list();
+/// @}
 
 /// What may stand for the last of \a words, which were typed behind the program's name; one per
 /// line. ELEMENT=VALUE counts as one word.

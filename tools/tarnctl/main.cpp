@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnctl/help.h"
+#include "tools/tarnctl/usage.h"
 #include "tools/tarnctl/verb.h"
 #include "tools/tarnctl/verbs.h"
 
 #include <QCoreApplication>
 #include <QTimer>
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <string>
 #include <utility>
 
@@ -18,9 +17,7 @@ namespace {
 int usage_error(CommandLine const &line, QString const &error)
 {
     complain(error);
-    QString const usage
-        = line.verb ? usage_text(*line.verb) : QStringLiteral("usage: tarnctl VERB [WORD ...]");
-    std::fprintf(stderr, "%s\n", usage.toUtf8().constData());
+    std::fprintf(stderr, "%s\n", usage_text(line).toUtf8().constData());
     std::fprintf(stderr, "'tarnctl %s--help' tells more\n",
         line.verb ? (std::string(line.verb->name) + ' ').c_str() : "");
     return int(ExitCode::Usage);
@@ -28,19 +25,24 @@ int usage_error(CommandLine const &line, QString const &error)
 
 int tell(QString const &text)
 {
-    Output(false).text(text);
-    return int(ExitCode::Done);
+    ExitCode code = ExitCode::Done;
+    Output output(false);
+    QObject::connect(&output, &Output::sig_failed, &output, [&code](ExitCode end) { code = end; });
+    output.text(text);
+    return int(code);
 }
 
+/// What was asked for by --help, or by the words behind "help".
 int help(CommandLine const &line)
 {
-    if (!line.verb)
-        return tell(help_text());
-    if (line.verb->first_word != FirstWord::VerbName || line.has("help"))
-        return tell(help_text(line));
-    CommandLine about;
+    CommandLine about = line;
     QString error;
-    if (!about.read(line.words, &error))
+    if (!line.has("help")) {
+        about = CommandLine();
+        if (!about.read(line.words, &error))
+            return usage_error(line, error);
+    }
+    if (!check_topic(about, &error))
         return usage_error(line, error);
     return tell(about.verb ? help_text(about) : help_text());
 }
@@ -49,13 +51,7 @@ int work(Settings const &settings, std::unique_ptr<Verb> prepared)
 {
     Session session(settings);
     Output output(settings.json);
-    QObject::connect(&output, &Output::sig_failed, &session, [&session](int error_number) {
-        // That a reader had enough, as `head` does, is no failure.
-        if (error_number != EPIPE)
-            complain(QStringLiteral("cannot write: ")
-                + QString::fromLocal8Bit(std::strerror(error_number)));
-        session.finish(error_number == EPIPE ? ExitCode::Done : ExitCode::ServerError);
-    });
+    QObject::connect(&output, &Output::sig_failed, &session, &Session::finish);
     // Dies before the session that it works on.
     std::unique_ptr<Verb> const verb = std::move(prepared);
     verb->attach(&session, &output);
@@ -68,8 +64,10 @@ int run(CommandLine const &line)
 {
     Settings settings;
     QString error;
+    if (!settings.read(line, &error) || !check_usage(line, &error))
+        return usage_error(line, error);
     std::unique_ptr<Verb> verb = line.verb->make(line);
-    if (!settings.read(line, &error) || !verb->prepare(line, &error))
+    if (!verb->prepare(line, &error))
         return usage_error(line, error);
     return work(settings, std::move(verb));
 }
@@ -85,7 +83,9 @@ int run(QStringList const &arguments)
     if (line.has("help"))
         return help(line);
     if (!line.verb)
-        return usage_error(line, QStringLiteral("which verb?"));
+        return usage_error(line,
+            QStringLiteral("VERB is missing: expected one of %1")
+                .arg(verb_names().join(QStringLiteral(", "))));
     if (line.verb->make)
         return run(line);
     if (line.verb->first_word == FirstWord::VerbName)
@@ -102,6 +102,10 @@ int main(int argc, char **argv)
     // Texts of the protocol are UTF-8 in every locale; without this the toolkit complains in a
     // locale that is not.
     qputenv("LC_ALL", "C.UTF-8");
+    if (!TarnCtl::hold_streams()) {
+        TarnCtl::complain(QStringLiteral("cannot write to standard output: it is closed"));
+        return int(TarnCtl::ExitCode::NoOutput);
+    }
     QCoreApplication app(argc, argv);
     return TarnCtl::run(QCoreApplication::arguments().mid(1));
 }

@@ -5,6 +5,9 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace TarnCtl {
 
@@ -41,10 +44,30 @@ void Output::write_line(QByteArray const &line)
     std::size_t const size = std::size_t(line.size());
     bool const written = std::fwrite(line.constData(), 1, size, stdout) == size
         && std::fputc('\n', stdout) != EOF && std::fflush(stdout) == 0;
-    if (written)
-        return;
+    if (!written)
+        fail(errno);
+}
+
+void Output::fail(int error_number)
+{
     failed = true;
-    Q_EMIT sig_failed(errno);
+    // That a reader had enough, as `head` does, is no failure.
+    bool const reader_gone = error_number == EPIPE;
+    if (!reader_gone)
+        complain(QStringLiteral("cannot write to standard output: ")
+            + QString::fromLocal8Bit(std::strerror(error_number)));
+    Q_EMIT sig_failed(reader_gone ? ExitCode::Done : ExitCode::NoOutput);
+}
+
+bool hold_streams()
+{
+    bool const has_output = ::fcntl(STDOUT_FILENO, F_GETFD) >= 0;
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
+        // The lowest free number is given, so this one.
+        if (::fcntl(stream, F_GETFD) < 0) [[maybe_unused]]
+            int const held = ::open("/dev/null", O_RDWR);
+    }
+    return has_output;
 }
 
 void complain(QString const &text)

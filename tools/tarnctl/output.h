@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tools/tarnctl/exit_code.h"
 #include "tools/tarnctl/json_value.h"
 
 #include <QObject>
@@ -29,15 +30,21 @@ public:
     void text(QString const &lines);
 
 Q_SIGNALS:
-    /// Once, when nobody reads any more or the disk is full; what follows is not written.
-    void sig_failed(int error_number);
+    /// Once, when nobody reads any more or the disk is full; what follows is not written. Why has
+    /// been said on standard error, unless the reader has gone.
+    void sig_failed(TarnCtl::ExitCode code);
 
 private:
     void write_line(QByteArray const &line);
+    void fail(int error_number);
 
     bool const json;
     bool failed = false;
 };
+
+/// Opens standard streams that are closed, so that no connection gets their numbers and with them
+/// what is meant for people. Whether standard output was open.
+bool hold_streams();
 
 /// A line on standard error, with the program's name in front.
 void complain(QString const &text);

@@ -183,7 +183,8 @@ bool Parameters::add(CommandInfo const &command, QString const &argument, QStrin
         return false;
     }
     if (has(field->element)) {
-        *error = QStringLiteral("%1 is given twice").arg(name);
+        *error = QStringLiteral("%1 is given twice: expected once, %2")
+                     .arg(name, accepted(*field->type));
         return false;
     }
     XMLTree element;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tools/tarnctl/command_line.h"
+#include "tools/tarnctl/exit_code.h"
 
 #include <QAbstractSocket>
 #include <QObject>
@@ -15,15 +16,6 @@ class APIQt;
 }
 
 namespace TarnCtl {
-
-enum class ExitCode
-{
-    Done = 0,
-    ServerError = 1,
-    Usage = 2,
-    NoConnection = 3,
-    TimedOut = 4
-};
 
 /// The connection of one run of the program. It dials, waits no longer than it was told, and ends
 /// the event loop with the code of what happened first.

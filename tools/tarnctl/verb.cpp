@@ -81,15 +81,6 @@ void Verb::failed(JsonValue const &error)
     session().finish(ExitCode::ServerError);
 }
 
-bool check_words(CommandLine const &line, int least, int most, QString *error)
-{
-    if (line.words.size() >= least && line.words.size() <= most)
-        return true;
-    *error = line.words.size() < least ? QStringLiteral("something is missing")
-                                       : QStringLiteral("'%1' is too much").arg(line.words[most]);
-    return false;
-}
-
 QString argument(char const *element, QString const &value)
 {
     return QLatin1String(element) + u'=' + value;

@@ -20,7 +20,8 @@ class Verb : public QObject
     Q_OBJECT
 
 public:
-    /// Checks all that was typed, before anything is sent. On failure: false, the reason in *error.
+    /// Checks the values of words and options that suit the verb's usage, before anything is sent.
+    /// On failure: false, the reason in *error.
     virtual bool prepare(CommandLine const &line, QString *error) = 0;
 
     /// Runs on \a session once that is connected; both must outlive this object.
@@ -57,9 +58,6 @@ private:
     /// The command to send next.
     std::size_t next = 0;
 };
-
-/// Whether \a line has that many words; the wanted form in *error if not.
-bool check_words(CommandLine const &line, int least, int most, QString *error);
 
 /// "ELEMENT=VALUE"
 QString argument(char const *element, QString const &value);

@@ -11,8 +11,6 @@ public:
     bool prepare(CommandLine const &line, QString *error) override
     {
         QStringList arguments;
-        if (!check_words(line, 0, 1, error))
-            return false;
         if (!line.words.isEmpty())
             arguments << argument("DirectoryName", line.words[0]);
         return add_call("download_clipids", arguments, error);
@@ -33,8 +31,7 @@ class ClipVerb : public Verb
 public:
     bool prepare(CommandLine const &line, QString *error) override
     {
-        return check_words(line, 1, 1, error)
-            && add_call("get_clip_info", {argument("ClipID", line.words[0])}, error);
+        return add_call("get_clip_info", {argument("ClipID", line.words[0])}, error);
     }
 };
 

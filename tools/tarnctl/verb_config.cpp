@@ -12,7 +12,7 @@ public:
     bool prepare(CommandLine const &line, QString *error) override
     {
         wanted = line.words.value(1);
-        return check_words(line, 1, 2, error) && add_call("get_configuration", {}, error);
+        return add_call("get_configuration", {}, error);
     }
 
 protected:
@@ -61,17 +61,10 @@ class ConfigItemVerb : public Verb
 public:
     bool prepare(CommandLine const &line, QString *error) override
     {
-        QString const how = line.words.value(0);
-        if (how == QLatin1String("get"))
-            return check_words(line, 2, 2, error)
-                && add_call("get_one_configuration", {name(line)}, error);
-        if (how == QLatin1String("set"))
-            return check_words(line, 3, 3, error)
-                && add_call("set_configuration",
-                    {name(line), argument("ConfigurationItemValue", line.words[2])}, error);
-        *error = QStringLiteral("expected one of %1")
-                     .arg(sub_verbs(*line.verb).join(QStringLiteral(", ")));
-        return false;
+        if (line.words[0] == QLatin1String("get"))
+            return add_call("get_one_configuration", {name(line)}, error);
+        return add_call("set_configuration",
+            {name(line), argument("ConfigurationItemValue", line.words[2])}, error);
     }
 
 private:

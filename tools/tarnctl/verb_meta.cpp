@@ -3,8 +3,6 @@
 #include "tools/tarnctl/verbs.h"
 #include "tools/tarnctl/watching_verb.h"
 
-#include <initializer_list>
-
 namespace TarnCtl {
 namespace {
 
@@ -17,27 +15,12 @@ QStringList place(CommandLine const &line)
     return arguments;
 }
 
-/// What is typed has an effect or is refused: these options are not for every sub-verb.
-bool check_options(
-    CommandLine const &line, std::initializer_list<char const *> others, QString *error)
-{
-    for (char const *option : others) {
-        if (line.has(option)) {
-            *error = QStringLiteral("no option --%1 of 'meta %2'")
-                         .arg(QLatin1String(option), line.words.value(0));
-            return false;
-        }
-    }
-    return true;
-}
-
 class MetaWatchVerb : public WatchingVerb
 {
 public:
     bool prepare(CommandLine const &line, QString *error) override
     {
-        return check_words(line, 2, 3, error) && check_options(line, {"prefix"}, error)
-            && prepare_watching(line, error)
+        return prepare_watching(line, error)
             && add_call("watch_metadata_database", place(line), error);
     }
 };
@@ -47,9 +30,7 @@ class MetaGetVerb : public Verb
 public:
     bool prepare(CommandLine const &line, QString *error) override
     {
-        return check_words(line, 2, 3, error)
-            && check_options(line, {"prefix", "for", "count", "reconnect"}, error)
-            && add_call("download_metadata", place(line), error);
+        return add_call("download_metadata", place(line), error);
     }
 
 protected:
@@ -82,18 +63,9 @@ class MetaChangeVerb : public Verb
 public:
     bool prepare(CommandLine const &line, QString *error) override
     {
-        QString const how = line.words.value(0);
-        if (!check_options(line, {"for", "count", "reconnect"}, error))
-            return false;
-        if (how == QLatin1String("set"))
-            return check_words(line, 4, 4, error)
-                && add_call("metadata_set", arguments(line, pair(line)), error);
-        if (how == QLatin1String("erase"))
-            return check_words(line, 3, int(line.words.size()), error)
-                && add_call("metadata_erase", arguments(line, keys(line)), error);
-        *error = QStringLiteral("expected one of %1")
-                     .arg(sub_verbs(*line.verb).join(QStringLiteral(", ")));
-        return false;
+        if (line.words[0] == QLatin1String("set"))
+            return add_call("metadata_set", arguments(line, pair(line)), error);
+        return add_call("metadata_erase", arguments(line, keys(line)), error);
     }
 
 private:

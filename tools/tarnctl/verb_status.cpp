@@ -31,8 +31,7 @@ public:
     bool prepare(CommandLine const &line, QString *error) override
     {
         QString const all = QStringLiteral("A-") + names_of(enumeration("Channel")).last();
-        if (!check_words(line, 0, 0, error)
-            || !read_channels(line.value("channels", all), &channels, error))
+        if (!read_channels(line.value("channels", all), &channels, error))
             return false;
         for (char const *question : {"get_computer_name", "get_version_info", "get_video_standard",
                  "get_reference_source", "get_disk_usage"}) {

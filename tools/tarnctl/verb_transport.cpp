@@ -31,20 +31,30 @@ public:
     bool prepare(CommandLine const &line, QString *error) override
     {
         ChannelCommand command{};
-        if (!check_words(line, 1, 2, error)
-            || !choose("play", "gang_play", line.words[0], &command, error))
+        if (!choose("play", "gang_play", line.words[0], &command, error))
             return false;
         QStringList arguments{command.target};
-        if (line.words.size() > 1)
-            arguments << argument("Speed", as_factor(line.words[1]));
+        if (line.words.size() > 1 && !add_speed(line.words[1], &arguments, error))
+            return false;
         return add_call(command.name, arguments, error);
     }
 
 private:
     /// On the wire a bare number counts in 65536ths, which nobody means at a terminal.
-    static QString as_factor(QString const &speed)
+    static bool add_speed(QString const &typed, QStringList *arguments, QString *error)
     {
-        return speed.endsWith(u'X') ? speed : speed + u'X';
+        QString const factor = typed.endsWith(u'X') ? typed : typed + u'X';
+        FieldInfo const &field = *find_field(
+            find_command(QStringLiteral("play"))->parameters, QStringLiteral("Speed"));
+        XMLTree unused;
+        // A lone X is a speed of 0 to the library, and hardly meant.
+        if (factor.size() > 1 && read_argument(field, factor, &unused, error)) {
+            *arguments << argument("Speed", factor);
+            return true;
+        }
+        *error = QStringLiteral("bad value '%1' for SPEED: expected a factor such as 0.5 or -1X")
+                     .arg(typed);
+        return false;
     }
 };
 
@@ -54,8 +64,7 @@ public:
     bool prepare(CommandLine const &line, QString *error) override
     {
         ChannelCommand command{};
-        return check_words(line, 1, 1, error)
-            && choose("stop", "gang_stop", line.words[0], &command, error)
+        return choose("stop", "gang_stop", line.words[0], &command, error)
             && add_call(command.name, {command.target}, error);
     }
 };
@@ -65,8 +74,6 @@ class CueVerb : public Verb
 public:
     bool prepare(CommandLine const &line, QString *error) override
     {
-        if (!check_words(line, 2, 3, error))
-            return false;
         QStringList arguments{
             argument("Channel", line.words[0]), argument("ClipID", line.words[1])};
         if (line.words.size() > 2)
@@ -80,8 +87,6 @@ class RecordVerb : public Verb
 public:
     bool prepare(CommandLine const &line, QString *error) override
     {
-        if (!check_words(line, 2, 2, error))
-            return false;
         QString const channel = argument("Channel", line.words[0]);
         QStringList arguments{channel, argument("ClipID", line.words[1]),
             QStringLiteral("TrackSet=[\"video\",\"audio\"]")};

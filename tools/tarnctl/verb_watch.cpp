@@ -12,7 +12,7 @@ public:
     {
         QString const all = QStringLiteral("A-") + names_of(enumeration("Channel")).last();
         QStringList channels;
-        return check_words(line, 0, 0, error) && prepare_watching(line, error)
+        return prepare_watching(line, error)
             && read_channels(line.value("channels", all), &channels, error)
             && read_reports(line, error) && register_for(channels, error);
     }
@@ -34,8 +34,7 @@ private:
             } else if (per_channel.contains(name)) {
                 channel_groups << name;
             } else if (!add_group_of(name)) {
-                *error = QStringLiteral("no report '%1': expected names of reports, or of %2")
-                             .arg(name, (server_wide + per_channel).join(QStringLiteral(", ")));
+                *error = unknown_name("report", name, report_names(), "watch");
                 return false;
             }
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnctl/verbs.h"
 
+#include "tools/tarnctl/help.h"
 #include "tools/tarnctl/verb.h"
 
 namespace TarnCtl {
@@ -34,17 +35,21 @@ constexpr VerbInfo verbs[] = {
     {"call", "NAME [ELEMENT=VALUE ...]", "send any command of the protocol and print every reply",
         "Values stand in their wire form, flags and booleans as true or false, records, sets,\n"
         "vectors and lists as JSON with element names as keys. What is not given is absent on\n"
-        "the wire. 'tarnctl call --help' lists the commands, 'tarnctl call NAME --help' tells\n"
-        "what one of them takes.",
+        "the wire. 'tarnctl call NAME --help' tells what a command takes.\n"
+        "\n"
+        "Each run has a connection of its own, and what the server keeps for a connection ends\n"
+        "with the run: registrations, channels stolen, keys owned, and the brackets that save a\n"
+        "list or a chase. So list_save_start to list_save_end cannot be put together of runs.",
         "tarnctl call list_insert Channel=A ListIndex=0 \\\n"
         "    ListElement='{\"ContentID\":{\"ClipID\":\"goal\"},\"Speed\":\"0.5X\"}'",
-        {}, FirstWord::Command, &make_call},
-    {"watch", "", "register for reports and print each one that arrives",
+        {}, FirstWord::Command, &make_call, &command_list},
+    {"watch", "[--channels LIST] [--reports NAME,...] [--for SECONDS] [--count N] [--reconnect]",
+        "register for reports and print each one that arrives",
         "Ends after the time or the number of reports that was given, by an interrupt, or with\n"
-        "the connection.",
+        "the connection. A report that comes without being registered for is printed too.",
         "tarnctl watch --channels A-D --reports channel_status,clip_change --for 60", watch_options,
-        FirstWord::None, &make_watch},
-    {"status", "", "facts of the server and a table of its channels", "",
+        FirstWord::None, &make_watch, &report_list},
+    {"status", "[--channels LIST]", "facts of the server and a table of its channels", "",
         "tarnctl --server 10.0.0.7 status --channels A-D", status_options, FirstWord::None,
         &make_status},
     {"clips", "[DIRECTORY]", "the ids of all clips, or of those in a directory", "",
@@ -58,12 +63,13 @@ constexpr VerbInfo verbs[] = {
         {}, FirstWord::Channel, &make_stop},
     {"cue", "CHANNEL CLIP [POSITION]", "load a clip on a channel, at a position in fields", "",
         "tarnctl cue A Replays/goal 250", {}, FirstWord::Channel, &make_cue},
-    {"record", "CHANNEL CLIP", "create a clip on a channel and record into it",
+    {"record", "CHANNEL CLIP [--length FIELDS]", "create a clip on a channel and record into it",
         "'tarnctl stop CHANNEL' ends the recording.", "tarnctl record B Replays/next --length 3000",
         record_options, FirstWord::Channel, &make_record},
     {"meta",
-        "get DATABASE [PREFIX]\nset DATABASE KEY VALUE\nerase DATABASE KEY ...\n"
-        "watch DATABASE [PREFIX]",
+        "get DATABASE [PREFIX]\nset DATABASE KEY VALUE [--prefix PREFIX]\n"
+        "erase DATABASE KEY ... [--prefix PREFIX]\n"
+        "watch DATABASE [PREFIX] [--for SECONDS] [--count N] [--reconnect]",
         "read, write and follow a metadata database", "",
         "tarnctl meta set notes match.7.title 'Second half'", meta_options, FirstWord::SubVerb,
         &make_meta},
@@ -71,8 +77,9 @@ constexpr VerbInfo verbs[] = {
         "read and write the configuration of the server",
         "TEXT keeps the list to the names that contain it.", "tarnctl config list Video", {},
         FirstWord::SubVerb, &make_config},
-    {"help", "[VERB]", "tell what a verb does", "", "tarnctl help watch", {}, FirstWord::VerbName,
-        nullptr},
+    {"help", "[VERB] [NAME]", "tell what a verb does",
+        "With 'call' and the NAME of a command: what that takes.", "tarnctl help watch", {},
+        FirstWord::VerbName, nullptr},
 };
 
 constexpr VerbInfo complete_verb{"complete", "-- WORD ...", "what may stand for the last word", "",

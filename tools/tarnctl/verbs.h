@@ -22,7 +22,8 @@ enum class FirstWord
 struct VerbInfo
 {
     char const *name;
-    /// What stands behind the name; one form per line.
+    /// What stands behind the name, words first, then options; one form per line. In brackets what
+    /// may be left out, "..." behind what may be repeated.
     char const *forms;
     char const *summary;
     /// Behind the summary in its help; may be empty.
@@ -32,6 +33,8 @@ struct VerbInfo
     FirstWord first_word;
     /// Null for a verb that needs no server.
     std::unique_ptr<Verb> (*make)(CommandLine const &line);
+    /// What its help lists at the end; may be null.
+    QString (*list)() = nullptr;
 };
 
 /// Verbs for people; the hidden one that completion scripts use is not among them.

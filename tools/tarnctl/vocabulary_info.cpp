@@ -110,11 +110,47 @@ QStringList names_of(TypeInfo const &type)
     return list;
 }
 
-QStringList similar_commands(QString const &typed)
+QStringList command_names()
+{
+    QStringList list;
+    for (CommandInfo const &command : all_commands())
+        list << QLatin1String(command.name);
+    return list;
+}
+
+QStringList report_names()
+{
+    QStringList list = names_of(enumeration("ReportType"));
+    list += names_of(enumeration("ChannelReportType"));
+    for (ReportInfo const &report : all_reports())
+        list << QLatin1String(report.name);
+    list.removeDuplicates();
+    return list;
+}
+
+QString unknown_name(
+    char const *what, QString const &typed, QStringList const &names, char const *verb)
+{
+    QStringList const similar = similar_names(typed, names);
+    QString const near = similar.isEmpty()
+        ? QString()
+        : QStringLiteral("like %1; ").arg(similar.join(QStringLiteral(", ")));
+    return QStringLiteral("no %1 '%2': %3'tarnctl %4 --help' lists them")
+        .arg(QLatin1String(what), typed, near, QLatin1String(verb));
+}
+
+CommandInfo const *known_command(QString const &name, QString *error)
+{
+    CommandInfo const *const command = find_command(name);
+    if (!command)
+        *error = unknown_name("command", name, command_names(), "call");
+    return command;
+}
+
+QStringList similar_names(QString const &typed, QStringList const &names)
 {
     std::multimap<int, QString> by_distance;
-    for (CommandInfo const &command : all_commands()) {
-        QString const name = QLatin1String(command.name);
+    for (QString const &name : names) {
         int const distance = edit_distance(typed, name);
         if (distance <= 3 || (typed.size() > 2 && name.contains(typed)))
             by_distance.emplace(distance, name);

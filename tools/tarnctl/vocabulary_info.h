@@ -83,6 +83,7 @@ struct ReportInfo
 };
 
 std::span<CommandInfo const> all_commands();
+QStringList command_names();
 std::span<ReportInfo const> all_reports();
 /// The type of an enumeration, by its name; it must exist.
 TypeInfo const &enumeration(char const *name);
@@ -97,7 +98,14 @@ QString accepted(TypeInfo const &type);
 QString field_list(std::span<FieldInfo const> fields, QString const &separator);
 /// The names of an enumeration.
 QStringList names_of(TypeInfo const &type);
-/// The commands whose names come nearest to what was typed, best first; at most 3.
-QStringList similar_commands(QString const &typed);
+/// All that can be registered for by name: reports and their groups.
+QStringList report_names();
+/// Those of \a names that come nearest to what was typed, best first; at most 3.
+QStringList similar_names(QString const &typed, QStringList const &names);
+/// The error for a name that is none: what comes near, and the verb whose help lists them all.
+QString unknown_name(
+    char const *what, QString const &typed, QStringList const &names, char const *verb);
+/// The command of that name. Null for an unknown one, the reason in *error.
+CommandInfo const *known_command(QString const &name, QString *error);
 
 } // namespace TarnCtl

@@ -11,11 +11,8 @@ namespace TarnCtl {
 bool WatchingVerb::prepare_watching(CommandLine const &line, QString *error)
 {
     reconnect = line.has("reconnect");
-    if (line.has("for") && !read_seconds(line.value("for"), &longest_ms)) {
-        *error = QStringLiteral("bad value '%1' for --for: expected seconds above 0")
-                     .arg(line.value("for"));
+    if (line.has("for") && !read_seconds("for", line.value("for"), &longest_ms, error))
         return false;
-    }
     if (!line.has("count"))
         return true;
     bool is_number = false;
