@@ -68,6 +68,7 @@ void VeskLayer::take_over(VeskClip &clip, VeskCue const &cue)
 {
     clear();
     loaded = VeskClipUse(&clip);
+    length_told = clip.length();
     clip.info.set_last_loaded(VeskClips::stamp());
     bool const has_points = clip.info.loop_out > clip.info.loop_in;
     loop_mode = cue.loop.value_or(clip.info.loop);
@@ -202,6 +203,7 @@ void VeskLayer::clip_edited()
 {
     if (position() >= loaded->length())
         place(position());
+    length_told = loaded->length();
     changed(Group::status);
     changed(Group::clipid);
     changed(Group::info);
@@ -220,8 +222,6 @@ void VeskLayer::record_field()
         place(clip.head);
         changed(Group::timecode);
         changed(Group::peak);
-        if (clip.untold == 0)
-            changed(Group::info);
         if (!clip.at_limit() || loop_mode == VCTP3::Loop::record)
             return;
     }
@@ -229,8 +229,20 @@ void VeskLayer::record_field()
     halt(stopped | ended);
 }
 
+void VeskLayer::tell_growth()
+{
+    if (!loaded || loaded->length() == length_told)
+        return;
+    // As often as the clip itself is told to have changed, and when it has ended.
+    if (loaded->growing && loaded->untold > 0)
+        return;
+    length_told = loaded->length();
+    changed(Group::info);
+}
+
 void VeskLayer::advance_field()
 {
+    tell_growth();
     switch (state) {
     case Status::cueing:
         if (--cueing_left == 0) {

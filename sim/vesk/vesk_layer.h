@@ -111,6 +111,7 @@ private:
     void advance_play();
     void advance_follow();
     void advance_insert();
+    void tell_growth();
     VeskRange whole() const;
     /// What `play` goes through without a loop.
     VeskRange way_ahead() const;
@@ -136,6 +137,8 @@ private:
     unsigned int cueing_left = 0;
     AOption<int> speed_when_cued;
     unsigned int delay = 0;
+    /// What was last said of the clip's length.
+    unsigned int length_told = 0;
     unsigned int changes = 0;
     unsigned int events = 0;
 };

@@ -3,6 +3,8 @@
 
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/records.h"
+#include "sim/vesk/replies.h"
+#include "sim/vesk/reports.h"
 #include "sim/vesk/vesk_reporter.h"
 
 #include <map>
@@ -72,11 +74,11 @@ struct VeskListKind
     using Element = VCTP3::ListElement;
     static constexpr char noun[] = "list";
     static constexpr VCTP3::ReportType group = VCTP3::ReportType::playlist_change;
-    static XMLTree created(AString const &id);
-    static XMLTree changed(AString const &id);
-    static XMLTree deleted(AString const &id);
-    static XMLTree element_reply(Element const &element);
-    static XMLTree id_reply(AString const &id);
+    static constexpr auto created = &VeskReports::playlist_created;
+    static constexpr auto changed = &VeskReports::playlist_changed;
+    static constexpr auto deleted = &VeskReports::playlist_deleted;
+    static constexpr auto element_reply = &VeskReplies::list_element;
+    static constexpr auto id_reply = &VeskReplies::listid;
 };
 using VeskLists = VeskSequences<VeskListKind>;
 
@@ -86,10 +88,10 @@ struct VeskChaseKind
     using Element = VCTP3::ChaseElement;
     static constexpr char noun[] = "chase";
     static constexpr VCTP3::ReportType group = VCTP3::ReportType::chaselist_change;
-    static XMLTree created(AString const &id);
-    static XMLTree changed(AString const &id);
-    static XMLTree deleted(AString const &id);
-    static XMLTree element_reply(Element const &element);
-    static XMLTree id_reply(AString const &id);
+    static constexpr auto created = &VeskReports::chaselist_created;
+    static constexpr auto changed = &VeskReports::chaselist_changed;
+    static constexpr auto deleted = &VeskReports::chaselist_deleted;
+    static constexpr auto element_reply = &VeskReplies::chase_element;
+    static constexpr auto id_reply = &VeskReplies::chaseid;
 };
 using VeskChases = VeskSequences<VeskChaseKind>;

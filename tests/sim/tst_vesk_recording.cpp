@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "sim/vesk/vesk_channel_reports.h"
 #include "tests/sim/model_bench.h"
 
 #include <QTest>
 
 using VCTP3::Channel;
 using VCTP3::ChannelReportType;
+using VCTP3::Layer;
 
 namespace {
 
@@ -32,6 +34,7 @@ private Q_SLOTS:
     void refuses_to_move_while_recording();
     void takes_the_time_of_day_of_its_first_field();
     void is_told_once_a_second_and_at_the_end();
+    void tells_its_length_on_every_channel_that_has_it();
 
     void follows_a_recording_behind_its_head();
     void sees_the_new_head_in_the_same_field_on_any_channel();
@@ -228,6 +231,38 @@ void TestVeskRecording::is_told_once_a_second_and_at_the_end()
     QCOMPARE(bench->told(), QStringList(changed));
     bench->advance(60);
     QVERIFY(!bench->told().contains(changed));
+}
+
+void TestVeskRecording::tells_its_length_on_every_channel_that_has_it()
+{
+    unsigned int const info = 1U << static_cast<unsigned int>(ChannelReportType::info);
+    auto const told
+        = [&](Channel channel) { return (bench->channel(channel).take_changes() & info) != 0; };
+    record();
+    bench->advance(10);
+    bench->ask("go_live", "<Channel>B</Channel><ClipID>new</ClipID><TimeDelay>2</TimeDelay>");
+    bench->ask("cue_clip", "<Channel>F</Channel><ClipID>new</ClipID>");
+    for (Channel channel : {Channel::A, Channel::B, Channel::F})
+        QVERIFY(told(channel));
+    bench->advance(39);
+    for (Channel channel : {Channel::A, Channel::B, Channel::F})
+        QVERIFY(!told(channel));
+    bench->advance(1);
+    for (Channel channel : {Channel::A, Channel::B, Channel::F})
+        QVERIFY(told(channel));
+    QCOMPARE(
+        VeskChannelReports::information(bench->channel(Channel::F), Layer::normal).cliplength, 50U);
+
+    bench->advance(7);
+    bench->ask("stop", "<Channel>A</Channel>");
+    QVERIFY(told(Channel::A));
+    bench->advance(1);
+    QVERIFY(told(Channel::B));
+    QVERIFY(told(Channel::F));
+    QCOMPARE(
+        VeskChannelReports::information(bench->channel(Channel::F), Layer::normal).cliplength, 57U);
+    bench->advance(60);
+    QVERIFY(!told(Channel::F));
 }
 
 void TestVeskRecording::follows_a_recording_behind_its_head()
