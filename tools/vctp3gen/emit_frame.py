@@ -338,6 +338,20 @@ def callback_groups_h(vocabulary):
     ])
 
 
+def _forwards(function, target, messages):
+    """A function for each message that does nothing but hand its arguments on."""
+    lines = []
+    for message in messages:
+        lines += [
+            join(f"void {function}{message.name}", arguments(message), ""),
+            "{",
+            join(f"    {target}{message.name}", names(message), ";"),
+            "}",
+            "",
+        ]
+    return lines
+
+
 def callback_groups_cpp(vocabulary):
     lines = []
     for group in vocabulary.groups:
@@ -354,14 +368,7 @@ def callback_groups_cpp(vocabulary):
             lines.append(f"    helper->{bind}<&{name}::send_{reply.name}>(&on_{reply.name});")
         lines += ["}", "", f"{name}::~{name}()", "{", "    helper->detach();", "}", ""]
         lines += [f"void {name}::addref() const", "{", "    helper->addref();", "}", ""]
-        for reply in heard:
-            lines += [
-                join(f"void {name}::send_{reply.name}", arguments(reply), ""),
-                "{",
-                join(f"    Q_EMIT sig_{reply.name}", names(reply), ";"),
-                "}",
-                "",
-            ]
+        lines += _forwards(f"{name}::send_", "Q_EMIT sig_", heard)
     return text([
         banner("groups.tbl"),
         *include(f"{PROTOCOL}/callback_groups.h", f"{PROTOCOL}/callback_group_helper.h"),
@@ -410,14 +417,7 @@ def qt_forms_cpp(vocabulary):
             else:
                 lines.append(join(f"    cmd_{command.name}", form.values, ";"))
             lines += ["}", ""]
-    for report in vocabulary.reports.values():
-        lines += [
-            join(f"void APIQt::do_report_{report.name}", arguments(report), ""),
-            "{",
-            join(f"    Q_EMIT report_{report.name}", names(report), ";"),
-            "}",
-            "",
-        ]
+    lines += _forwards("APIQt::do_report_", "Q_EMIT report_", vocabulary.reports.values())
     return text([
         banner("commands.tbl and reports.tbl"),
         *include(f"{PROTOCOL}/api_qt.h", f"{PROTOCOL}/api_qt_impl_p.h"),
@@ -432,15 +432,7 @@ def qt_impl_members(vocabulary):
 
 
 def qt_impl_reports_cpp(vocabulary):
-    lines = []
-    for report in vocabulary.reports.values():
-        lines += [
-            join(f"void APIQtImpl::report_{report.name}", arguments(report), ""),
-            "{",
-            join(f"    owner->do_report_{report.name}", names(report), ";"),
-            "}",
-            "",
-        ]
+    lines = _forwards("APIQtImpl::report_", "owner->do_report_", vocabulary.reports.values())
     return text([
         banner("reports.tbl"),
         *include(f"{PROTOCOL}/api_qt.h", f"{PROTOCOL}/api_qt_impl_p.h"),
