@@ -128,7 +128,8 @@ private Q_SLOTS:
     void senders_survive_a_server_that_goes_and_comes();
     void a_partial_write_ends_in_a_new_connection_data();
     void a_partial_write_ends_in_a_new_connection();
-    void run_forever_runs_on_the_callers_thread();
+    void the_loop_runs_on_the_callers_thread_data();
+    void the_loop_runs_on_the_callers_thread();
     void a_second_own_thread_asserts();
     void destruction_ends_the_loop_data();
     void destruction_ends_the_loop();
@@ -611,17 +612,36 @@ void TestClient::a_partial_write_ends_in_a_new_connection()
     QTRY_COMPARE(answers.oks(), 1);
 }
 
-void TestClient::run_forever_runs_on_the_callers_thread()
+using RunLoop = void (Client::*)();
+Q_DECLARE_METATYPE(RunLoop)
+
+void TestClient::the_loop_runs_on_the_callers_thread_data()
 {
+    QTest::addColumn<RunLoop>("run");
+    QTest::newRow("run_forever") << &Client::run_forever;
+    QTest::newRow("run_forever_ownthread") << &Client::run_forever_ownthread;
+}
+
+void TestClient::the_loop_runs_on_the_callers_thread()
+{
+    QFETCH(RunLoop, run);
     ScriptedServer server;
     static std::atomic<std::thread::id> loop;
     std::thread runner;
     {
         WatchedClient client(server);
         client.on_connected = AFunction([] { loop = std::this_thread::get_id(); });
-        runner = std::thread([&] { client.run_forever(); });
+        runner = std::thread([&] { (client.*run)(); });
         QTRY_COMPARE(client.times_connected.load(), 1);
         QVERIFY(loop.load() == runner.get_id());
+        // It serves the connection like any other loop, and finds it again.
+        server.answer_with(
+            [](QByteArray const &command) { return ScriptedServer::reply(command); });
+        Answers answers;
+        client.cmd_sync(answers.ok(), answers.error());
+        QTRY_COMPARE(answers.oks(), 1);
+        server.hang_up();
+        QTRY_COMPARE(client.times_connected.load(), 2);
     }
     runner.join();
 }

@@ -110,8 +110,11 @@ void Client::run_forever()
 
 void Client::run_forever_ownthread()
 {
+    // The loop counts until all is done here: whoever waits for the count then frees this object.
+    ++d->loops;
     run_forever();
     d->in_own_thread = false;
+    --d->loops;
 }
 
 void Client::run_forever_in_own_thread(int priority)
