@@ -182,6 +182,30 @@ void TestAPICommand::writes_the_stated_bytes_data()
         "<log>\r\n<LogFilename>a.cpp</LogFilename>\r\n<LogLine>12</LogLine>\r\n"
         "<LogClient>me</LogClient>\r\n<LogText>it&apos;s</LogText>\r\n<LogError />\r\n</log>");
     row(
+        "get_version_info", [](APICommand &c) { c.cmd_get_version_info(l1("7")); },
+        "<get_version_info />");
+    row(
+        "get_current_timecode",
+        [](APICommand &c) { c.cmd_get_current_timecode(l1("7"), Channel::AN); },
+        "<get_current_timecode>\r\n<Channel>AN</Channel>\r\n</get_current_timecode>");
+    row(
+        "get_volatile_file_info",
+        [](APICommand &c) { c.cmd_get_volatile_file_info(l1("7"), l1("a/b & c")); },
+        "<get_volatile_file_info>\r\n<ClipID>a/b &amp; c</ClipID>\r\n</get_volatile_file_info>");
+    row(
+        "set_pgm_dbkey",
+        [](APICommand &c) { c.cmd_set_pgm_dbkey(l1("7"), PGMChannel::PGM4, l1("k \"1\"")); },
+        "<set_pgm_dbkey>\r\n<PGMChannel>PGM4</PGMChannel>\r\n"
+        "<DBKey>k &quot;1&quot;</DBKey>\r\n</set_pgm_dbkey>");
+    row(
+        "debug_label", [](APICommand &c) { c.cmd_debug_label(l1("7"), l1(">")); },
+        "<debug_label>\r\n<DebugString>&gt;</DebugString>\r\n</debug_label>");
+    row(
+        "list_save_start", [](APICommand &c) { c.cmd_list_save_start(l1("7"), l1("l")); },
+        "<list_save_start>\r\n<ListID>l</ListID>\r\n</list_save_start>");
+    row(
+        "list_save_end", [](APICommand &c) { c.cmd_list_save_end(l1("7")); }, "<list_save_end />");
+    row(
         "list_save_element",
         [](APICommand &c) {
             ListElement element;
@@ -210,6 +234,18 @@ void TestAPICommand::writes_the_stated_bytes_data()
         "<list_load_squall>\r\n<Channel>A</Channel>\r\n<ListID>l</ListID>\r\n"
         "<ListPlayMode>pgm_pvw</ListPlayMode>\r\n<Transition>\r\n"
         "<TransitionType>cut</TransitionType>\r\n</Transition>\r\n</list_load_squall>");
+    row(
+        "list_play_now",
+        [](APICommand &c) {
+            c.cmd_list_play_now(
+                l1("7"), Channel::A, static_cast<unsigned short>(65535), Roll::cueonly, -1);
+        },
+        "<list_play_now>\r\n<Channel>A</Channel>\r\n<ListIndex>65535</ListIndex>\r\n"
+        "<Roll>cueonly</Roll>\r\n<JogDistance>-1</JogDistance>\r\n</list_play_now>");
+    row(
+        "list_play_reorder_start",
+        [](APICommand &c) { c.cmd_list_play_reorder_start(l1("7"), Channel::B); },
+        "<list_play_reorder_start>\r\n<Channel>B</Channel>\r\n</list_play_reorder_start>");
     row(
         "list_play_reorder_item",
         [](APICommand &c) {
@@ -260,6 +296,23 @@ void TestAPICommand::writes_the_stated_bytes_data()
         "userdict_own", [](APICommand &c) { c.cmd_userdict_own(l1("7"), l1("k"), l1("v")); },
         "<userdict_own>\r\n<Key>k</Key>\r\n<Value>v</Value>\r\n</userdict_own>");
     row(
+        "vclip_create",
+        [](APICommand &c) {
+            c.cmd_vclip_create(l1("7"), l1("v"), 4294967295U, static_cast<unsigned char>(255));
+        },
+        "<vclip_create>\r\n<VClipID>v</VClipID>\r\n<ClipLength>4294967295</ClipLength>\r\n"
+        "<SCCount>255</SCCount>\r\n</vclip_create>");
+    row(
+        "vclip_ripple",
+        [](APICommand &c) {
+            TrackType const tracks[] = {TrackType::timecode, TrackType::video};
+            c.cmd_vclip_ripple(l1("7"), l1("v"), TrackSet(tracks, 2), 9U, -4);
+        },
+        "<vclip_ripple>\r\n<VClipID>v</VClipID>\r\n<TrackSet>\r\n"
+        "<TrackType>timecode</TrackType>\r\n<TrackType>video</TrackType>\r\n</TrackSet>\r\n"
+        "<VClipPosition>9</VClipPosition>\r\n<VClipDistance>-4</VClipDistance>\r\n"
+        "</vclip_ripple>");
+    row(
         "vclip_add_segment",
         [](APICommand &c) {
             c.cmd_vclip_add_segment(
@@ -285,10 +338,45 @@ void TestAPICommand::writes_the_stated_bytes_data()
         "export_add", [](APICommand &c) { c.cmd_export_add(l1("7"), l1("c"), l1("f.mov")); },
         "<export_add>\r\n<ClipID>c</ClipID>\r\n<Filename>f.mov</Filename>\r\n</export_add>");
     row(
+        "export_add of a part",
+        [](APICommand &c) {
+            c.cmd_export_add(
+                l1("7"), l1("c"), l1("f.mov"), 10U, 20U, static_cast<unsigned char>(3));
+        },
+        "<export_add>\r\n<ClipID>c</ClipID>\r\n<Filename>f.mov</Filename>\r\n"
+        "<ClipPosition>10</ClipPosition>\r\n<ClipLength>20</ClipLength>\r\n<Angle>3</Angle>\r\n"
+        "</export_add>");
+    row(
+        "export_initiate", [](APICommand &c) { c.cmd_export_initiate(l1("7"), Channel::AA); },
+        "<export_initiate>\r\n<Channel>AA</Channel>\r\n</export_initiate>");
+    row(
+        "download_melts", [](APICommand &c) { c.cmd_download_melts(l1("7")); },
+        "<download_melts />");
+    row(
+        "get_panel_mode", [](APICommand &c) { c.cmd_get_panel_mode(l1("7")); },
+        "<get_panel_mode />");
+    row(
         "set_panel_event",
         [](APICommand &c) { c.cmd_set_panel_event(l1("7"), 18446744073709551615ULL, l1("e")); },
         "<set_panel_event>\r\n<Panel>18446744073709551615</Panel>\r\n<EventName>e</EventName>\r\n"
         "</set_panel_event>");
+    row(
+        "report_register",
+        [](APICommand &c) { c.cmd_report_register(l1("7"), ReportType::ltc_input); },
+        "<report_register>\r\n<ReportType>ltc_input</ReportType>\r\n</report_register>");
+    row(
+        "reports_unregister of nothing",
+        [](APICommand &c) { c.cmd_reports_unregister(l1("7"), ReportSet()); },
+        "<reports_unregister>\r\n<ReportSet />\r\n</reports_unregister>");
+    row(
+        "channel_report_unregister",
+        [](APICommand &c) {
+            c.cmd_channel_report_unregister(
+                l1("7"), Channel::Z, ChannelReportType::aux_audio_status);
+        },
+        "<channel_report_unregister>\r\n<Channel>Z</Channel>\r\n"
+        "<ChannelReportType>aux_audio_status</ChannelReportType>\r\n"
+        "</channel_report_unregister>");
     row(
         "channel_reports_register",
         [](APICommand &c) {
