@@ -175,23 +175,34 @@ def samples_h(vocabulary):
 
 def _command_xml(samples, command, present):
     """The command element with its required fields and the optional ones that are `present`."""
-    fields = command.required + command.optional[:present]
-    return node(command.name, [samples.xml(one.element) for one in fields])
+    return node(command.name, [samples.xml(one.element) for one in [*command.required, *present]])
 
 
 def _command_rows(vocabulary, command):
-    """(what, arguments, bytes behind the id) of each form; the full form with all and nothing."""
+    """(what, arguments, bytes behind the id) of each form.
+
+    The full form comes with all, with nothing, and with each optional field alone: its flags stand
+    beside values that are there in any case, so that a flag of another field would be seen.
+    """
     samples = Samples(vocabulary)
     required = [f"sample_{one.tag}()" for one in command.required]
     optional = [f"sample_{one.tag}()" for one in command.optional]
     count = len(optional)
+
+    def full(present):
+        flags = ["true" if one in present else "false" for one in command.optional]
+        values = [part for pair in zip(flags, optional) for part in pair]
+        return required + values, _command_xml(samples, command, present)
+
     if count:
-        everything = [part for one in optional for part in ("true", one)]
-        nothing = [part for one in optional for part in ("false", one)]
-        yield "full", required + everything, _command_xml(samples, command, count)
-        yield "full, all absent", required + nothing, _command_xml(samples, command, 0)
+        yield "full", *full(command.optional)
+        yield "full, all absent", *full([])
+    if count > 1:
+        for one in command.optional:
+            yield f"full, only {one.tag}", *full([one])
     for given in range(count + 1):
-        yield f"short {given}", required + optional[:given], _command_xml(samples, command, given)
+        yield (f"short {given}", required + optional[:given],
+               _command_xml(samples, command, command.optional[:given]))
 
 
 def command_rows_cpp(vocabulary):

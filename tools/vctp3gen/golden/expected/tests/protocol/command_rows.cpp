@@ -48,6 +48,57 @@ static CommandRow const rows[] = {
         "</OtherCar>\r\n"
         "</drive>"
     },
+    {"drive, full, only Offset", "ok",
+        [](APICommand &c) { c.cmd_drive(AString::l1("7"), sample_OtherCar(), true, sample_Offset(),
+                false, sample_Rate(), false, sample_Quiet()); },
+        [](API &c, ReplyNotes &a) { return c.cmd_drive(sample_OtherCar(), true, sample_Offset(),
+                false, sample_Rate(), false, sample_Quiet(), a.ok(), a.error()); },
+        [](API &c) { c.cmd_drive(sample_OtherCar(), true, sample_Offset(), false, sample_Rate(),
+                false, sample_Quiet()); },
+        "<drive>\r\n"
+        "<OtherCar>\r\n"
+        "<Name>Name &lt;8&gt; &amp; é</Name>\r\n"
+        "<Speed>2.5X</Speed>\r\n"
+        "<Lane>7</Lane>\r\n"
+        "<Quiet />\r\n"
+        "</OtherCar>\r\n"
+        "<Offset>-10</Offset>\r\n"
+        "</drive>"
+    },
+    {"drive, full, only Rate", "ok",
+        [](APICommand &c) { c.cmd_drive(AString::l1("7"), sample_OtherCar(), false,
+                sample_Offset(), true, sample_Rate(), false, sample_Quiet()); },
+        [](API &c, ReplyNotes &a) { return c.cmd_drive(sample_OtherCar(), false, sample_Offset(),
+                true, sample_Rate(), false, sample_Quiet(), a.ok(), a.error()); },
+        [](API &c) { c.cmd_drive(sample_OtherCar(), false, sample_Offset(), true, sample_Rate(),
+                false, sample_Quiet()); },
+        "<drive>\r\n"
+        "<OtherCar>\r\n"
+        "<Name>Name &lt;8&gt; &amp; é</Name>\r\n"
+        "<Speed>2.5X</Speed>\r\n"
+        "<Lane>7</Lane>\r\n"
+        "<Quiet />\r\n"
+        "</OtherCar>\r\n"
+        "<Rate>auto</Rate>\r\n"
+        "</drive>"
+    },
+    {"drive, full, only Quiet", "ok",
+        [](APICommand &c) { c.cmd_drive(AString::l1("7"), sample_OtherCar(), false,
+                sample_Offset(), false, sample_Rate(), true, sample_Quiet()); },
+        [](API &c, ReplyNotes &a) { return c.cmd_drive(sample_OtherCar(), false, sample_Offset(),
+                false, sample_Rate(), true, sample_Quiet(), a.ok(), a.error()); },
+        [](API &c) { c.cmd_drive(sample_OtherCar(), false, sample_Offset(), false, sample_Rate(),
+                true, sample_Quiet()); },
+        "<drive>\r\n"
+        "<OtherCar>\r\n"
+        "<Name>Name &lt;8&gt; &amp; é</Name>\r\n"
+        "<Speed>2.5X</Speed>\r\n"
+        "<Lane>7</Lane>\r\n"
+        "<Quiet />\r\n"
+        "</OtherCar>\r\n"
+        "<Quiet />\r\n"
+        "</drive>"
+    },
     {"drive, short 0", "ok",
         [](APICommand &c) { c.cmd_drive(AString::l1("7"), sample_OtherCar()); },
         [](API &c, ReplyNotes &a) { return c.cmd_drive(sample_OtherCar(), a.ok(), a.error()); },

@@ -77,6 +77,54 @@ static QtRow const rows[] = {
         "</OtherCar>\r\n"
         "</drive>"
     },
+    {"drive, full, only Offset", "ok",
+        [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), true, sample_Offset(), false,
+                sample_Rate(), false, sample_Quiet(), g.group1); },
+        [](APIQt &c) { c.cmd_drive(sample_OtherCar(), true, sample_Offset(), false, sample_Rate(),
+                false, sample_Quiet()); },
+        1,
+        "<drive>\r\n"
+        "<OtherCar>\r\n"
+        "<Name>Name &lt;8&gt; &amp; é</Name>\r\n"
+        "<Speed>2.5X</Speed>\r\n"
+        "<Lane>7</Lane>\r\n"
+        "<Quiet />\r\n"
+        "</OtherCar>\r\n"
+        "<Offset>-10</Offset>\r\n"
+        "</drive>"
+    },
+    {"drive, full, only Rate", "ok",
+        [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), false, sample_Offset(), true,
+                sample_Rate(), false, sample_Quiet(), g.group1); },
+        [](APIQt &c) { c.cmd_drive(sample_OtherCar(), false, sample_Offset(), true, sample_Rate(),
+                false, sample_Quiet()); },
+        1,
+        "<drive>\r\n"
+        "<OtherCar>\r\n"
+        "<Name>Name &lt;8&gt; &amp; é</Name>\r\n"
+        "<Speed>2.5X</Speed>\r\n"
+        "<Lane>7</Lane>\r\n"
+        "<Quiet />\r\n"
+        "</OtherCar>\r\n"
+        "<Rate>auto</Rate>\r\n"
+        "</drive>"
+    },
+    {"drive, full, only Quiet", "ok",
+        [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), false, sample_Offset(), false,
+                sample_Rate(), true, sample_Quiet(), g.group1); },
+        [](APIQt &c) { c.cmd_drive(sample_OtherCar(), false, sample_Offset(), false, sample_Rate(),
+                true, sample_Quiet()); },
+        1,
+        "<drive>\r\n"
+        "<OtherCar>\r\n"
+        "<Name>Name &lt;8&gt; &amp; é</Name>\r\n"
+        "<Speed>2.5X</Speed>\r\n"
+        "<Lane>7</Lane>\r\n"
+        "<Quiet />\r\n"
+        "</OtherCar>\r\n"
+        "<Quiet />\r\n"
+        "</drive>"
+    },
     {"drive, short 0", "ok",
         [](APIQt &c, Groups &g) { c.cmd_drive(sample_OtherCar(), g.group1); },
         [](APIQt &c) { c.cmd_drive(sample_OtherCar()); },
