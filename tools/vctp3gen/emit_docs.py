@@ -21,6 +21,15 @@ The `xid` of a command comes back with each reply to it; the server takes it for
 parameters of a command are its child elements, in the order of the tables below. Readers pass
 over elements that they do not know. White space between elements means nothing.
 
+There is no greeting, no version and no keep-alive; `sync` is there for a round trip. Any number of
+commands may be in flight, and their answers may come in any order. What a client registers, watches
+or has begun to save belongs to its connection and ends with it.
+
+The text is a small part of XML: no prolog, no comments, no CDATA, no text beside child elements,
+and no attributes on a root, which would hide the message. `APIQt` takes messages of at most 65,536
+bytes, `Client` of 32,768. A longer or malformed one ends the connection; one with an unknown name
+or a bad field is passed over.
+
 ## Types
 
 | Type | Text |
@@ -28,12 +37,13 @@ over elements that they do not know. White space between elements means nothing.
 | text | as it is, white space included; `&lt;` `&gt;` `&amp;` `&quot;` `&apos;` are its only entities |
 | uchar, ushort, uint, uint64 | a decimal number of 8, 16, 32 or 64 bits |
 | int | a decimal number of 32 bits with sign |
-| bool | `true` or `false`; any other number than 0 is read as true |
-| speed | a factor with an X behind: `1X`, `-0.5X`; held as a fixed-point number with 16 bits behind the point |
+| bool | `true` or `false`; a number is read too, 0 as false and any other as true |
+| speed | a factor with an X behind: `1X`, `-0.5X`; a number without the X counts in 65536ths, which is how a speed is held |
 | flag | an empty element: true when it is there |
+| a name | of an enumeration: one of its values; of a record, set, vector or list: an element with child elements. They stand at the end |
 
-In the tables `X?` may be absent, and `X!` is a flag. An element whose type is not given has the
-type of its own name.
+White space around a number, a name, a truth value or a speed is passed over. In the tables `X?` may
+be absent, and `X!` is a flag. An element whose type is not given has the type of its own name.
 """
 
 
