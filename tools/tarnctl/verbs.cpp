@@ -40,8 +40,8 @@ constexpr VerbInfo verbs[] = {
         "Each run has a connection of its own, and what the server keeps for a connection ends\n"
         "with the run: registrations, channels stolen, keys owned, and the brackets that save a\n"
         "list or a chase. So list_save_start to list_save_end cannot be put together of runs.",
-        "tarnctl call list_insert Channel=A ListIndex=0 \\\n"
-        "    ListElement='{\"ContentID\":{\"ClipID\":\"goal\"},\"Speed\":\"0.5X\"}'",
+        "tarnctl call metadata_set MetadataDatabase=notes \\\n"
+        "    MetadataList='[{\"Key\":\"match.7.title\",\"Value\":\"Second half\"}]'",
         {}, FirstWord::Command, &make_call, &command_list},
     {"watch", "[--channels LIST] [--reports NAME,...] [--for SECONDS] [--count N] [--reconnect]",
         "register for reports and print each one that arrives",
