@@ -7,6 +7,8 @@
 #include <charconv>
 #include <iterator>
 
+using Group = VCTP3::ChannelReportType;
+
 namespace {
 
 AString clip_id(VeskLayer const &layer)
@@ -116,7 +118,6 @@ VCTP3::ChannelInformation VeskChannelReports::information(
 XMLTree VeskChannelReports::report(
     VeskChannel const &channel, VCTP3::ChannelReportType group, VeskFieldClock const &clock)
 {
-    using Group = VCTP3::ChannelReportType;
     VCTP3::Channel const name = channel.name();
     VeskLayer const &normal = channel.layer(VCTP3::Layer::normal);
     VeskLayer const &bed = channel.layer(VCTP3::Layer::bed);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr unsigned int cameras = 12;
+constexpr unsigned int camera_count = 12;
 constexpr unsigned int moments_per_bank = 6;
 
 struct Moment
@@ -78,7 +78,7 @@ void add_moment(VeskClips *clips, VeskFieldClock const &clock, unsigned int numb
     Moment const &moment = moments[number];
     unsigned int const bank = number / moments_per_bank + 1;
     unsigned int const reg = number % moments_per_bank + 1;
-    for (unsigned int camera = 1; camera <= cameras; ++camera) {
+    for (unsigned int camera = 1; camera <= camera_count; ++camera) {
         AString const id = AString::sprintf("Bank %u/%u%02u-%02u", bank, bank, reg, camera);
         AString const title = AString::sprintf("%s, camera %u", moment.title, camera);
         add(clips, clock, id, title, moment.minute * 60 + moment.second, moment.seconds);

@@ -2,127 +2,7 @@
 #include "sim/vesk/vesk_sim.h"
 
 #include "sim/vesk/vesk_channel_reports.h"
-#include "sim/vesk/vesk_server.h"
-
-#include <QCoreApplication>
-#include <QEvent>
-#include <QThread>
-
-#include <condition_variable>
-#include <deque>
-#include <mutex>
-
-namespace {
-
-using Function = std::function<void(VeskServer &)>;
-
-/// Runs a server and, one after another, the functions that others want to run beside it. What
-/// passes between the threads is guarded by a mutex of our own, so that whoever checks our
-/// locking need not know the toolkit's.
-class ServerThread : public QThread
-{
-public:
-    ServerThread(QHostAddress const &address, VeskSimOptions const &options)
-        : listened(address)
-        , wanted(options)
-    {
-        start();
-        std::unique_lock lock(mutex);
-        changed.wait(lock, [this] { return server != nullptr; });
-    }
-    ~ServerThread() override
-    {
-        call([this](VeskServer &) { quit(); });
-        {
-            std::unique_lock lock(mutex);
-            changed.wait(lock, [this] { return ended; });
-        }
-        wait();
-    }
-
-    void call(Function const &function)
-    {
-        Task task{&function, false};
-        {
-            std::lock_guard const lock(mutex);
-            tasks.push_back(&task);
-        }
-        QCoreApplication::postEvent(waker, new QEvent(QEvent::User));
-        std::unique_lock lock(mutex);
-        changed.wait(lock, [&task] { return task.done; });
-    }
-
-    QHostAddress const &address() const { return listened; }
-    /// As it was at the start.
-    QString const &error() const { return listen_error; }
-
-private:
-    struct Task
-    {
-        Function const *function;
-        bool done;
-    };
-
-    /// Runs the tasks in the server's thread, whatever the event holds.
-    struct Waker : QObject
-    {
-        explicit Waker(ServerThread *of)
-            : thread(of)
-        {
-        }
-        void customEvent(QEvent *) override { thread->run_tasks(); }
-        ServerThread *thread;
-    };
-
-    void run() override
-    {
-        serve();
-        std::lock_guard const lock(mutex);
-        ended = true;
-        changed.notify_all();
-    }
-
-    void serve()
-    {
-        VeskServer here(listened, wanted);
-        here.listen(&listen_error);
-        Waker here_too(this);
-        {
-            std::lock_guard const lock(mutex);
-            server = &here;
-            waker = &here_too;
-        }
-        changed.notify_all();
-        exec();
-    }
-
-    void run_tasks()
-    {
-        std::unique_lock lock(mutex);
-        while (!tasks.empty()) {
-            Task *task = tasks.front();
-            tasks.pop_front();
-            lock.unlock();
-            (*task->function)(*server);
-            server->write_waiting();
-            lock.lock();
-            task->done = true;
-            changed.notify_all();
-        }
-    }
-
-    QHostAddress const listened;
-    VeskSimOptions const wanted;
-    std::mutex mutex;
-    std::condition_variable changed;
-    VeskServer *server = nullptr; // guarded by mutex; stays once it is set
-    Waker *waker = nullptr; // as server
-    bool ended = false; // guarded by mutex
-    QString listen_error; // written before server
-    std::deque<Task *> tasks; // guarded by mutex, as is what they point to
-};
-
-} // namespace
+#include "sim/vesk/vesk_server_thread.h"
 
 struct VeskSim::Private
 {
@@ -130,7 +10,7 @@ struct VeskSim::Private
         : thread(address, options)
     {
     }
-    ServerThread thread;
+    VeskServerThread thread;
 };
 
 VeskSim::VeskSim(QHostAddress const &address, VeskSimOptions const &options)
@@ -140,7 +20,7 @@ VeskSim::VeskSim(QHostAddress const &address, VeskSimOptions const &options)
 
 VeskSim::~VeskSim() = default;
 
-void VeskSim::run(Function const &function) const
+void VeskSim::run(std::function<void(VeskServer &)> const &function) const
 {
     d->thread.call(function);
 }

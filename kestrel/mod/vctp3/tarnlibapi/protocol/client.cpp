@@ -20,17 +20,17 @@ constexpr int read_wait_ms = 1000;
 constexpr unsigned int read_size = 2048;
 constexpr unsigned int most_outstanding = 4;
 
-struct Periodic
-{
-    unsigned int seconds = 0;
-    AFunction call;
-};
-
 } // namespace
 
 struct Client::Private
 {
     using Socket = AProtect<std::shared_ptr<BlockingSocket>>;
+
+    struct Periodic
+    {
+        unsigned int seconds = 0;
+        AFunction call;
+    };
 
     std::shared_ptr<BlockingSocket> current_socket() const { return *Socket::Lock(socket); }
 
@@ -83,7 +83,7 @@ void Client::set_ipaddr(unsigned int ipaddr)
 
 void Client::add_periodic(unsigned int seconds, AFunction const &call)
 {
-    AProtect<Periodic>::Lock periodic(d->periodic);
+    AProtect<Private::Periodic>::Lock periodic(d->periodic);
     *periodic = {seconds, call};
 }
 
@@ -168,7 +168,7 @@ void Client::run_once()
 
 bool Client::run_periodic()
 {
-    Periodic const periodic = *AProtect<Periodic>::Lock(d->periodic);
+    Private::Periodic const periodic = *AProtect<Private::Periodic>::Lock(d->periodic);
     if (periodic.call.is_null() || outstanding_commands() >= most_outstanding)
         return true;
     HRTime const now = HRTime::now();
