@@ -125,6 +125,24 @@ private Q_SLOTS:
         QCOMPARE(array.size(), 0u);
     }
 
+    void a_gibibyte_is_the_most_that_is_held()
+    {
+        constexpr unsigned long long most = 1ull << 30;
+        QString const too_large = QStringLiteral("n <= max_size");
+        AssertLog log;
+        AByteArray array = bytes("kept");
+        for (unsigned long long size : {most + 1, (1ull << 40) - 1, 1ull << 40, ~0ull}) {
+            array.resize(size, 7);
+            QCOMPARE(log.take(), QStringList{too_large});
+            array.reserve(size);
+            QCOMPARE(log.take(), QStringList{too_large});
+            array.append(array.const_data(), size);
+            QCOMPARE(log.take(), QStringList{QStringLiteral("n <= max_size - size()")});
+        }
+        QCOMPARE(text_of(array), std::string("kept"));
+        QCOMPARE(array.reserved_size(), 32u);
+    }
+
     void large_blocks_begin_at_a_page_data()
     {
         QTest::addColumn<unsigned int>("size");

@@ -104,6 +104,24 @@ private Q_SLOTS:
         QCOMPARE(log.take().size(), 3);
     }
 
+    void a_gibibyte_is_the_most_that_is_built()
+    {
+        constexpr long long most = 1ll << 28;
+        QString const too_wide = QStringLiteral("target <= max_length");
+        QString const too_often = QStringLiteral("n <= max_length / s.length()");
+        AssertLog log;
+        for (long long width : {most + 1, -most - 1, (1ll << 40) - 1}) {
+            QCOMPARE("ab"_a.pad(width), "ab"_a);
+            QCOMPARE(log.take(), QStringList{too_wide});
+        }
+        QCOMPARE(AString::from_int(7, most + 1), "7"_a);
+        QCOMPARE(log.take(), QStringList{too_wide});
+        QVERIFY(AString::rep("ab"_a, most / 2 + 1).empty());
+        QCOMPARE(log.take(), QStringList{too_often});
+        QVERIFY(("abc"_a * (1ull << 38)).empty());
+        QCOMPARE(log.take(), QStringList{too_often});
+    }
+
     void pads_on_the_left_or_right_data()
     {
         QTest::addColumn<long long>("width");

@@ -13,7 +13,7 @@ namespace {
 constexpr unsigned long long smallest_block = 32;
 constexpr unsigned long long page = 4096;
 /// Longer arrays are a fault of the caller, not a wish for memory.
-constexpr unsigned long long max_size = 1ull << 40;
+constexpr unsigned long long max_size = 1ull << 30;
 
 unsigned long long block_size(unsigned long long request)
 {

@@ -262,10 +262,12 @@ public:
     /// An empty side gives the other, shared.
     static AString cat(AString const &a, AString const &b);
     AString &operator+=(AString const &s) { return *this = cat(*this, s); }
+    /// Longer than 2^28 code points: an assertion, and the empty string.
     static AString rep(AString const &s, unsigned long long n);
     AString &operator*=(unsigned long long n) { return *this = rep(*this, n); }
     /// To at least |width| code points: filled on the left for a positive width, on the right for
-    /// a negative one. Unchanged when it is that long already.
+    /// a negative one. Unchanged when it is that long already; a width beyond 2^28 is an
+    /// assertion, and changes nothing either.
     AString pad(long long width, AChar fill = blank) const;
     /// The text before \a position, then \a s, then the text after `position + n`.
     AString replace(unsigned long long position, unsigned long long n, AString const &s) const;

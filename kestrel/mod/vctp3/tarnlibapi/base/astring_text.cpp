@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Longer texts are a fault of the caller, not a wish for memory.
-constexpr unsigned long long max_length = 1ull << 40;
+/// Longer texts, of more than 1 GiB, are a fault of the caller, not a wish for memory.
+constexpr unsigned long long max_length = 1ull << 28;
 
 bool find_text(AString const *separator, AString::SplitSearch &search)
 {
