@@ -29,26 +29,26 @@ HRTime Measure::elapsed() const
 
 void MeasureRun::measure(char const *name)
 {
-    PortableMutexLock const lock(mutex);
-    measures.emplace_back(name);
+    Measures::Lock const lock(measures);
+    lock->emplace_back(name);
 }
 
 void MeasureRun::clear()
 {
-    PortableMutexLock const lock(mutex);
-    measures.clear();
+    Measures::Lock const lock(measures);
+    lock->clear();
 }
 
 AString MeasureRun::report() const
 {
-    PortableMutexLock const lock(mutex);
+    Measures::Lock const lock(measures);
     HRTime const end = HRTime::now();
     std::vector<Row> rows;
-    for (std::size_t i = 0; i < measures.size(); ++i) {
-        HRTime const next = i + 1 < measures.size() ? measures[i + 1].get_start() : end;
-        rows.push_back({(next - measures[i].get_start()).to_astring(), measures[i].get_name()});
+    for (std::size_t i = 0; i < lock->size(); ++i) {
+        HRTime const next = i + 1 < lock->size() ? (*lock)[i + 1].get_start() : end;
+        rows.push_back({(next - (*lock)[i].get_start()).to_astring(), (*lock)[i].get_name()});
     }
-    HRTime const begin = measures.empty() ? end : measures.front().get_start();
+    HRTime const begin = lock->empty() ? end : lock->front().get_start();
     rows.push_back({(end - begin).to_astring(), AString::from_latin1("Total")});
 
     unsigned long long width = 0;

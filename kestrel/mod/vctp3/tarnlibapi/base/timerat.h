@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/aprotect.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/hrtime.h"
-#include "kestrel/mod/vctp3/tarnlibapi/base/portable_mutex.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/tarn_export.h"
 
 #include <vector>
@@ -43,8 +43,10 @@ public:
     AString report() const;
 
 private:
-    mutable PortableMutex mutex;
-    std::vector<Measure> measures; // guarded by mutex
+    // A thread that ends inside leaves what it has measured, and the next one goes on with that.
+    using Measures = AProtect<std::vector<Measure>>;
+
+    Measures measures;
 };
 
 } // namespace TimeRat
