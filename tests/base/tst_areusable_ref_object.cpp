@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "kestrel/mod/vctp3/tarnlibapi/base/aprotect.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/areusable_ref_object.h"
 #include "tests/support/assert_log.h"
 
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void can_be_revived_between_signal_and_deletion();
     void release_without_a_reference_is_an_assertion();
     void each_end_of_all_references_is_told_once();
+    void released_under_the_lookups_lock_none_is_told_of_after_its_end();
 };
 
 void TestAReusableRefObject::begins_without_references()
@@ -98,6 +100,75 @@ void TestAReusableRefObject::each_end_of_all_references_is_told_once()
     QCOMPARE(told.load(), 0);
     object.release_reference();
     QCOMPARE(told.load(), 1);
+}
+
+namespace {
+
+/// Keeps one object as long as somebody refers to it, and makes another when it is looked up again.
+class Shelf : public QObject
+{
+public:
+    void look_up_and_release()
+    {
+        AReusableRefObject *found = nullptr;
+        {
+            AProtect<AReusableRefObject *>::Lock const kept(object);
+            if (!*kept)
+                *kept = make();
+            found = *kept;
+            found->add_reference();
+        }
+        AProtect<AReusableRefObject *>::Lock const kept(object);
+        found->release_reference();
+    }
+    void let_go(AReusableRefObject *idle)
+    {
+        AProtect<AReusableRefObject *>::Lock const kept(object);
+        // A notice may be of an object that has been deleted since.
+        if (*kept != idle || !idle->releasable())
+            return;
+        delete idle;
+        *kept = nullptr;
+        ++deleted;
+    }
+
+    std::atomic<int> made{0};
+    int deleted = 0;
+
+private:
+    AReusableRefObject *make()
+    {
+        ++made;
+        auto *fresh = new AReusableRefObject;
+        connect(fresh, &AReusableRefObject::zero_references, this, &Shelf::let_go,
+            Qt::QueuedConnection);
+        return fresh;
+    }
+
+    AProtect<AReusableRefObject *> object{nullptr};
+};
+
+} // namespace
+
+void TestAReusableRefObject::released_under_the_lookups_lock_none_is_told_of_after_its_end()
+{
+    Shelf shelf;
+    std::atomic<int> busy{4};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 2000; ++round)
+                shelf.look_up_and_release();
+            --busy;
+        });
+    }
+    while (busy > 0)
+        QCoreApplication::sendPostedEvents();
+    for (std::thread &thread : threads)
+        thread.join();
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(shelf.made > 0);
+    QCOMPARE(shelf.deleted, shelf.made.load());
 }
 
 QTEST_GUILESS_MAIN(TestAReusableRefObject)

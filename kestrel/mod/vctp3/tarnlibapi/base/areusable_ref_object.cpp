@@ -29,7 +29,7 @@ void AReusableRefObject::release_reference()
         if (!A_ASSERT(count != 0))
             return;
     } while (!references.compare_exchange_weak(count, count - 1));
-    // From here on the owner may delete the object, unless it first hears of it by the signal.
+    // The caller's lock keeps the object from being revived and deleted before it has told.
     if (count == 1)
         Q_EMIT zero_references(this);
 }
