@@ -22,6 +22,7 @@ private Q_SLOTS:
     void start_with_an_interval_sets_it();
     void a_negative_interval_keeps_the_one_set();
     void start_from_another_thread_only_relays();
+    void relay_start_needs_no_interval();
     void start_from_another_thread_carries_the_interval();
     void starts_from_many_threads_give_one_timeout();
 };
@@ -162,6 +163,17 @@ void TestATimer::start_from_another_thread_only_relays()
     QTRY_COMPARE(fired.count(), 1);
     timer.start();
     QCOMPARE(relayed.count(), 1);
+}
+
+void TestATimer::relay_start_needs_no_interval()
+{
+    QVERIFY(ATimer::staticMetaObject.indexOfSignal("relay_start()") >= 0);
+    ATimer timer;
+    timer.setInterval(100000);
+    Q_EMIT timer.relay_start();
+    QVERIFY(!timer.isActive());
+    QTRY_VERIFY(timer.isActive());
+    QCOMPARE(timer.interval(), 100000);
 }
 
 void TestATimer::start_from_another_thread_carries_the_interval()

@@ -29,7 +29,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     /// A start from another thread, on its way to the timer's own. Negative: the interval stays.
-    void relay_start(int milliseconds);
+    void relay_start(int milliseconds = -1);
 
 private:
     void connect_relay();
