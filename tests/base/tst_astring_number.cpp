@@ -270,6 +270,8 @@ private Q_SLOTS:
         row("32768X", "fails");
         row("-32768X", "-2147483648");
         row("-32769X", "fails");
+        // Below what 32 bits hold the sign is lost.
+        row("-32768.5X", "2147450880");
         row("32767.99999999X", "2147483647");
         // The fraction is cut off, not rounded.
         row("0.99999999999999999999X", "65535");
@@ -284,6 +286,8 @@ private Q_SLOTS:
         row(" X", "0");
         row("--1X", "fails");
         row("0x1X", "fails");
+        row("+0x1X", "fails");
+        row("-0x1X", "fails");
         row("1.0x1X", "fails");
         row("aX", "fails");
         row("1.aX", "fails");
@@ -387,6 +391,9 @@ private Q_SLOTS:
         row("255.255.255.255", 0xffffffff);
         row("127.0.0.1", 0x0100007f);
         row(" 1. 2 .3.4 ", 0x04030201);
+        row("0x10.1.1.1", 0x0101010a);
+        row("0x100.1.1.1", 0x01010164);
+        row("0x1000.1.1.1", otherwise);
         row("256.2.3.4", otherwise);
         row("1.2.3", otherwise);
         row("1.2.3.4.5", otherwise);
