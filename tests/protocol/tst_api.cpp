@@ -114,6 +114,8 @@ private Q_SLOTS:
     void commands_may_follow_from_callbacks();
 
     void fails_all_in_the_order_of_the_ids();
+    void keeps_the_record_while_its_error_callback_runs();
+    void a_reply_from_within_an_error_callback_comes_too_late();
     void fails_nothing_when_empty();
     void fails_what_its_callbacks_send();
     void stops_when_callbacks_never_end();
@@ -436,6 +438,55 @@ void TestAPI::fails_all_in_the_order_of_the_ids()
     api.fail_all_pending_commands();
     QCOMPARE(order, (QList<int>{10, 11, 12, 8, 9})); // as texts
     QCOMPARE(api.outstanding_commands(), 0U);
+}
+
+void TestAPI::keeps_the_record_while_its_error_callback_runs()
+{
+    struct Looker
+    {
+        LoopAPI *api;
+        AString xid;
+        QList<unsigned int> outstanding;
+        QList<bool> forgotten;
+        void look(AString const &, ErrorCode)
+        {
+            outstanding.append(api->outstanding_commands());
+            forgotten.append(api->forget_transaction(xid));
+            outstanding.append(api->outstanding_commands());
+        }
+    };
+    LoopAPI api;
+    Looker looker{&api, {}, {}, {}};
+    auto const look = AFunction2<AString, ErrorCode>::bind<&Looker::look>(&looker);
+    looker.xid = api.cmd_sync(AFunction(), look);
+    api.fail_all_pending_commands();
+    QCOMPARE(looker.outstanding, (QList<unsigned int>{1, 0}));
+    QCOMPARE(looker.forgotten, QList<bool>{true});
+    QCOMPARE(api.outstanding_commands(), 0U);
+}
+
+void TestAPI::a_reply_from_within_an_error_callback_comes_too_late()
+{
+    struct Replier
+    {
+        LoopAPI *api;
+        AString xid;
+        int oks = 0;
+        int errors = 0;
+        void ok() { ++oks; }
+        void failed(AString const &, ErrorCode)
+        {
+            ++errors;
+            api->ok(xid);
+        }
+    };
+    LoopAPI api;
+    Replier replier{&api, {}};
+    replier.xid = api.cmd_sync(AFunction::bind<&Replier::ok>(&replier),
+        AFunction2<AString, ErrorCode>::bind<&Replier::failed>(&replier));
+    api.fail_all_pending_commands();
+    QCOMPARE(replier.oks, 0);
+    QCOMPARE(replier.errors, 1);
 }
 
 void TestAPI::fails_nothing_when_empty()

@@ -2,6 +2,8 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/pending_table_p.h"
 
+#include <utility>
+
 namespace VCTP3 {
 
 namespace {
@@ -94,10 +96,16 @@ void PendingTable::fail_all()
         if (!A_ASSERT_TEXT(left > 0, "fail_all_pending_commands: error callbacks keep sending"))
             break;
         --left;
-        Record const record = transactions.extract(transactions.begin()).mapped();
-        if (!record.ended)
-            record.functions.get<AFunction2<AString, ErrorCode>>(MessageId::reply_error)(
+        auto const first = transactions.begin();
+        Key const key = first->first;
+        // As with a last reply, the record stays until its callback is through. The callback may
+        // forget it all the same, so that neither it nor its place is good behind the call.
+        if (!std::exchange(first->second.ended, true)) {
+            ReplyFunctions const functions = first->second.functions;
+            functions.get<AFunction2<AString, ErrorCode>>(MessageId::reply_error)(
                 text, ErrorCode::general);
+        }
+        transactions.erase(key);
     }
     // Still under the mutex: a command that finds this set is one that the loop has dealt with.
     failing = false;
