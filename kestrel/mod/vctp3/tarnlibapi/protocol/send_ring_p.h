@@ -2,15 +2,16 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 
 namespace VCTP3 {
 
 /// Near the size of a network frame.
 constexpr std::size_t send_block_size = 1500;
 
-/// Gathers the pieces of a message into blocks. A small message
-/// becomes a single write. Each message has its own, so that a message that is sent from within
-/// the sink does no harm.
+/// Gathers the pieces of a message into blocks, so that a small message becomes a single write. A
+/// tree is written in pieces far smaller than a block. Each message has its own ring, so that a
+/// message that is sent from within the sink does no harm.
 template <typename Sink> class SendRing
 {
 public:
@@ -33,13 +34,8 @@ private:
 template <typename Sink> void SendRing<Sink>::write(char const *data, std::size_t count)
 {
     while (count > 0) {
-        if (held == 0 && count >= size) {
-            sink(data, count);
-            return;
-        }
         std::size_t const part = count < size - held ? count : size - held;
-        for (std::size_t i = 0; i < part; ++i)
-            ring[held + i] = data[i];
+        std::memcpy(ring + held, data, part);
         held += part;
         data += part;
         count -= part;
