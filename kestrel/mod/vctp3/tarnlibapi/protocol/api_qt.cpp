@@ -164,6 +164,7 @@ void APIQt::begin_stream()
     fail_all_pending_commands();
     parser->reset();
     impl->reset_input();
+    impl->begin_stream();
 }
 
 } // namespace VCTP3

@@ -6,7 +6,8 @@ namespace VCTP3 {
 
 void APIQtImpl::send(void const *data, unsigned long long size)
 {
-    owner->send(data, size);
+    if (belongs_to_stream())
+        owner->send(data, size);
 }
 
 } // namespace VCTP3

@@ -138,6 +138,7 @@ void Client::perform_connect()
         if (d->quit.is_set())
             return;
         *socket = fresh;
+        begin_stream();
         d->send_failed = false;
         d->connected = true;
     }
@@ -205,7 +206,14 @@ void Client::close_connection()
 
 void Client::send(void const *data, unsigned long long size)
 {
-    std::shared_ptr<BlockingSocket> const socket = d->current_socket();
+    std::shared_ptr<BlockingSocket> socket;
+    {
+        // With the lock held no other connection takes this one's place in between.
+        Private::Socket::Lock current(d->socket);
+        if (!belongs_to_stream())
+            return;
+        socket = *current;
+    }
     if (d->send_failed || !socket) {
         fail_all_pending_commands();
         return;

@@ -59,7 +59,8 @@ protected:
 
     /// Writes to the server. While there is no connection, and after a write has failed, the
     /// commands in flight are failed instead. A write that fails closes the connection at the
-    /// loop's next turn.
+    /// loop's next turn. What is left of a message that was begun before the present connection
+    /// is lost.
     void send(void const *data, unsigned long long size) override;
 
 private:

@@ -5,6 +5,8 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/portable_mutex.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_parser2.h"
 
+#include <atomic>
+
 namespace VCTP3 {
 
 class CommandTree;
@@ -50,11 +52,22 @@ protected:
     /// bytes and a rest, so a small one comes whole.
     virtual void send(void const *data, unsigned long long size) = 0;
 
+    /// The transport says so when another stream to the server begins, from any thread.
+    void begin_stream() { ++streams; }
+    /// Whether what `send` was given belongs to the present stream; call it there. The first block
+    /// of a message does, and binds the others: what is left of a message when its stream is gone
+    /// must be lost, since no stream may begin with it.
+    bool belongs_to_stream();
+
 private:
+    class Message;
+
     void send_command(CommandTree &command);
 
     AFunction1<XMLTree const &> send_debug_hook;
     PortableMutex send_mutex; // held while a message is written; taken after no other lock
+    Message *writing = nullptr; // being written; guarded by send_mutex
+    std::atomic<unsigned int> streams{0};
 };
 
 } // namespace VCTP3

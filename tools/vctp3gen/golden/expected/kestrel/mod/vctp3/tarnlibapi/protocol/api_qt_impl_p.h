@@ -17,6 +17,7 @@ public:
     {
     }
 
+    using API::begin_stream;
     using API::send;
 
 protected:
