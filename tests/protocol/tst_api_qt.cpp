@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
+#include "tests/support/own_network.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/socket_probe.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
 
@@ -97,6 +99,8 @@ private Q_SLOTS:
     void hooks_see_both_ways();
     void a_disconnect_from_inside_ends_the_stream();
     void is_localhost_only_while_connected_to_it();
+    void is_localhost_over_a_loopback_address_alone();
+    void the_rest_of_a_message_never_begins_a_connection();
     void destruction_drops_commands_in_silence();
     void what_a_server_said_last_arrives();
 };
@@ -599,6 +603,51 @@ void TestAPIQt::is_localhost_only_while_connected_to_it()
     api.disconnect_from_server();
     QTRY_VERIFY(!api.is_connected());
     QVERIFY(!api.is_localhost());
+}
+
+void TestAPIQt::is_localhost_over_a_loopback_address_alone()
+{
+    if (!OwnNetwork::is_inside()) {
+        QCOMPARE(OwnNetwork::run("is_localhost_over_a_loopback_address_alone"), QString());
+        return;
+    }
+    auto const is_localhost_at = [](QHostAddress const &address) -> AOption<bool> {
+        QTcpServer server;
+        APIQt api;
+        if (!server.listen(address, ScriptedServer::port))
+            return {};
+        api.connect_to_server(address);
+        if (!QTest::qWaitFor([&] { return api.is_connected(); }))
+            return {};
+        return api.is_localhost();
+    };
+    QCOMPARE(is_localhost_at(QHostAddress(QHostAddress::LocalHost)), AOption<bool>(true));
+    QCOMPARE(is_localhost_at(QHostAddress(QHostAddress::LocalHostIPv6)), AOption<bool>(true));
+    QCOMPARE(is_localhost_at(QHostAddress(QLatin1String(OwnNetwork::other_address))),
+        AOption<bool>(false));
+}
+
+void TestAPIQt::the_rest_of_a_message_never_begins_a_connection()
+{
+    ScriptedServer server;
+    server.answer_with(ok_to);
+    APIQt api;
+    Heard torn;
+    // The first block meets no connection; before the others are written there is one.
+    connect(&torn.group, &CallbackGroup_set1::sig_error, &api, [&] {
+        api.connect_to_server(server.address());
+        QTRY_VERIFY(api.is_connected());
+    });
+    api.cmd_debug_label(AString(QString(5000, QLatin1Char('x'))), torn.group);
+    QVERIFY(api.is_connected());
+    QCOMPARE(torn.errors, QStringList{failing_all});
+
+    Heard whole;
+    api.cmd_sync(whole.group);
+    QTRY_COMPARE(whole.oks, 1);
+    QVERIFY(server.received().startsWith("<cmd>"));
+    QCOMPARE(server.commands().size(), 1);
+    QCOMPARE(torn.oks, 0);
 }
 
 void TestAPIQt::destruction_drops_commands_in_silence()

@@ -3,6 +3,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse.h"
 #include "tests/support/answers.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/own_network.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/socket_probe.h"
 #include "tests/support/virtual_time.h"
@@ -14,6 +15,7 @@
 
 #include <netinet/tcp.h>
 #include <thread>
+#include <utility>
 #include <vector>
 
 using namespace VCTP3;
@@ -128,6 +130,7 @@ private Q_SLOTS:
     void senders_survive_a_server_that_goes_and_comes();
     void a_partial_write_ends_in_a_new_connection_data();
     void a_partial_write_ends_in_a_new_connection();
+    void the_rest_of_a_message_never_begins_a_connection();
     void the_loop_runs_on_the_callers_thread_data();
     void the_loop_runs_on_the_callers_thread();
     void a_second_own_thread_asserts();
@@ -144,10 +147,12 @@ void TestClient::knows_the_loopback_address()
 
 void TestClient::dials_this_machine_by_default()
 {
-    QHostAddress const here(QHostAddress::LocalHost);
-    if (!ScriptedServer::is_free(here))
-        QSKIP("Somebody else listens on 127.0.0.1");
-    ScriptedServer server(here);
+    // Somebody else may listen on the machine's own 127.0.0.1.
+    if (!OwnNetwork::is_inside()) {
+        QCOMPARE(OwnNetwork::run("dials_this_machine_by_default"), QString());
+        return;
+    }
+    ScriptedServer server(QHostAddress(QHostAddress::LocalHost));
     Client client;
     client.run_forever_in_own_thread(0);
     QTRY_VERIFY(client.isConnected());
@@ -610,6 +615,57 @@ void TestClient::a_partial_write_ends_in_a_new_connection()
     server.answer_with([](QByteArray const &command) { return ScriptedServer::reply(command); });
     client.cmd_sync(answers.ok(), answers.error());
     QTRY_COMPARE(answers.oks(), 1);
+}
+
+void TestClient::the_rest_of_a_message_never_begins_a_connection()
+{
+    /// Loses its connection behind the first block of a message.
+    class TornClient : public Client
+    {
+    public:
+        explicit TornClient(ScriptedServer &of)
+            : Client(of.ipaddr())
+            , server(of)
+        {
+        }
+        ~TornClient() override { stop(); }
+        void connected() override { ++times_connected; }
+
+        std::atomic<int> times_connected{0};
+        bool tear = false;
+
+    protected:
+        void send(void const *data, unsigned long long size) override
+        {
+            Client::send(data, size);
+            if (!std::exchange(tear, false))
+                return;
+            server.hang_up();
+            ScriptedServer::wait_for([this] { return times_connected == 2; });
+        }
+
+    private:
+        ScriptedServer &server;
+    };
+    ScriptedServer server;
+    server.answer_with([](QByteArray const &command) { return ScriptedServer::reply(command); });
+    TornClient client(server);
+    client.run_forever_in_own_thread(0);
+    QTRY_COMPARE(client.times_connected.load(), 1);
+
+    Answers torn;
+    client.tear = true;
+    client.cmd_debug_label(AString(QString(5000, QLatin1Char('x'))), torn.ok(), torn.error());
+    QCOMPARE(client.times_connected.load(), 2);
+    QCOMPARE(torn.errors(), QStringList{Answers::failing_all()});
+
+    Answers whole;
+    AString const xid = client.cmd_sync(whole.ok(), whole.error());
+    QTRY_COMPARE(whole.oks(), 1);
+    QCOMPARE(server.received(),
+        "<cmd>\r\n<xid>" + QString(xid).toUtf8() + "</xid>\r\n<sync />\r\n</cmd>");
+    QCOMPARE(torn.oks(), 0);
+    QCOMPARE(whole.errors(), QStringList());
 }
 
 using RunLoop = void (Client::*)();

@@ -62,12 +62,6 @@ ScriptedServer::~ScriptedServer()
     ::close(wake);
 }
 
-bool ScriptedServer::is_free(QHostAddress const &address)
-{
-    int const descriptor = listen_on(address, 0);
-    return descriptor >= 0 && ::close(descriptor) == 0;
-}
-
 QByteArray ScriptedServer::xid(QByteArray const &command)
 {
     qsizetype const from = command.indexOf("<xid>") + 5;

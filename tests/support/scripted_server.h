@@ -29,9 +29,6 @@ public:
     ScriptedServer(ScriptedServer const &) = delete;
     ScriptedServer &operator=(ScriptedServer const &) = delete;
 
-    /// Whether one could listen there.
-    static bool is_free(QHostAddress const &address);
-
     QHostAddress address() const { return host; }
     unsigned int ipaddr() const { return host.toIPv4Address(); }
 
