@@ -2,6 +2,7 @@
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
 #include "tests/tarnctl/call_samples.h"
+#include "tests/tarnctl/message_samples.h"
 #include "tests/tarnctl/tool_run.h"
 
 #include <QMutex>
@@ -21,6 +22,8 @@ private Q_SLOTS:
 
     void prints_every_reply_as_a_line_data();
     void prints_every_reply_as_a_line();
+    void prints_every_kind_of_reply_with_all_its_elements_data();
+    void prints_every_kind_of_reply_with_all_its_elements();
     void prints_blocks_for_people();
     void texts_go_through_unchanged_both_ways();
     void numbers_of_64_bits_go_through_whole();
@@ -146,6 +149,40 @@ void TestTarnctlCall::prints_every_reply_as_a_line()
     QCOMPARE(run.out, lines + u'\n');
     QCOMPARE(run.err, QString());
     QCOMPARE(run.code, lines.contains(QStringLiteral("\"error\"")) ? 1 : 0);
+}
+
+void TestTarnctlCall::prints_every_kind_of_reply_with_all_its_elements_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("replies");
+    QTest::addColumn<QStringList>("lines");
+    for (AnswerSample const &sample : answer_samples) {
+        QStringList arguments{QStringLiteral("call"), QString::fromUtf8(sample.command)};
+        for (char const *argument : sample.arguments)
+            arguments << QString::fromUtf8(argument);
+        QStringList lines;
+        for (char const *line : sample.lines)
+            lines << QString::fromUtf8(line);
+        QTest::newRow(sample.command) << arguments << QByteArray(sample.wire) << lines;
+    }
+}
+
+void TestTarnctlCall::prints_every_kind_of_reply_with_all_its_elements()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, replies);
+    QFETCH(QStringList, lines);
+    server->stay_silent(true);
+    QProcess process;
+    process.start(QStringLiteral(TARNCTL_PROGRAM),
+        QStringList{QStringLiteral("--server"), address.toString(), QStringLiteral("--json")}
+            + arguments);
+    QTRY_COMPARE(server->counters().count(QTest::currentDataTag()), 1U);
+    server->say(replies);
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(QString::fromUtf8(process.readAllStandardOutput()), lines.join(u'\n') + u'\n');
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+    QCOMPARE(process.exitCode(), 0);
 }
 
 void TestTarnctlCall::prints_blocks_for_people()

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/tarnctl/message_samples.h"
 #include "tests/tarnctl/tool_run.h"
 
 #include <QTest>
 
 #include <csignal>
 #include <memory>
+#include <set>
 
 /// `tarnctl watch` and `tarnctl meta watch`, which run until they have had enough.
 class TestTarnctlWatch : public QObject
@@ -21,6 +23,7 @@ private Q_SLOTS:
     void registers_only_for_what_was_named_data();
     void registers_only_for_what_was_named();
     void prints_reports_as_they_arrive();
+    void prints_every_report_with_all_its_elements();
     void prints_what_it_did_not_register_for();
     void prints_aligned_lines_for_people();
     void ends_after_a_number_of_reports();
@@ -158,6 +161,26 @@ void TestTarnctlWatch::prints_reports_as_they_arrive()
     QCOMPARE(take_lines(1),
         QStringList{QStringLiteral(
             R"({"report":"channel_status","Channel":"B","ChannelStatus":"play","ClipID":"Bank 1/101-01"})")});
+}
+
+void TestTarnctlWatch::prints_every_report_with_all_its_elements()
+{
+    start(words("--json watch --reports alerts --count") << QString::number(report_samples.size()),
+        "reports_register");
+    QByteArray all;
+    QStringList lines;
+    std::set<QByteArray> names;
+    for (ReportSample const &sample : report_samples) {
+        all += sample.wire;
+        lines << QString::fromUtf8(sample.line);
+        names.insert(sample.name);
+    }
+    QCOMPARE(names.size(), std::size_t(57));
+    server->say(all);
+    QStringList const printed = take_lines(int(lines.size()));
+    for (int i = 0; i < lines.size(); ++i)
+        QCOMPARE(printed.value(i), lines[i]);
+    QCOMPARE(end_code(), 0);
 }
 
 void TestTarnctlWatch::prints_what_it_did_not_register_for()

@@ -431,14 +431,31 @@ def _sample(kind, vocabulary):
     return json, json, wire
 
 
+def _raw(value):
+    """A C++ literal of UTF-8 text."""
+    return f'R"~({value})~"'
+
+
+def _arguments(fields, vocabulary):
+    given = [_raw(f"{one.tag}={_sample(one.type, vocabulary)[0]}") for one in fields]
+    return "{" + ", ".join(given) + "}"
+
+
+def _wire(name, fields, vocabulary):
+    return _element(name, "".join(_element(one.tag, _sample(one.type, vocabulary)[2])
+                                  for one in fields))
+
+
 def _sample_row(command, fields, title, vocabulary):
-    given, wire = [], ""
-    for one in fields:
-        value, _, content = _sample(one.type, vocabulary)
-        given.append(f'R"~({one.tag}={value})~"')
-        wire += _element(one.tag, content)
-    return (f'    {{"{command.name}, {title}", "{command.name}", {{{", ".join(given)}}}, '
-            f'R"~({_element(command.name, wire)})~"}},')
+    return (f'    {{"{command.name}, {title}", "{command.name}", '
+            f"{_arguments(fields, vocabulary)}, {_raw(_wire(command.name, fields, vocabulary))}}},")
+
+
+def _line(kind, message, fields, vocabulary):
+    """What scripts read of a message."""
+    members = [f'"{kind}":"{message.name}"'] + [
+        f'"{one.tag}":{_sample(one.type, vocabulary)[1]}' for one in fields]
+    return "{" + ",".join(members) + "}"
 
 
 def call_samples_h(vocabulary):
@@ -453,6 +470,42 @@ def call_samples_h(vocabulary):
     return text([banner("commands.tbl"), "#pragma once", "", "#include <vector>", "", *lines, "};"])
 
 
+def _report_rows(vocabulary):
+    for report in vocabulary.reports.values():
+        required = [one for one in report.fields if not one.optional]
+        for fields in [report.fields] + ([required] if required != report.fields else []):
+            wire = _element("report", _wire(report.name, fields, vocabulary))
+            yield (f'    {{"{report.name}", {_raw(wire)}, '
+                   f"{_raw(_line('report', report, fields, vocabulary))}}},")
+
+
+def _answer_rows(vocabulary):
+    """The first command of each group with all replies that it may get."""
+    for group in vocabulary.groups:
+        command = next(c for c in vocabulary.commands.values() if c.group is group)
+        wire = "".join(_element("reply", "<xid>1</xid>" + _wire(r.name, r.fields, vocabulary))
+                       for r in group.replies)
+        lines = [_line("reply", r, r.fields, vocabulary) for r in group.replies]
+        yield (f'    {{"{command.name}", {_arguments(command.fields, vocabulary)}, {_raw(wire)}, '
+               f"{{{', '.join(_raw(line) for line in lines)}}}}},")
+
+
+def message_samples_h(vocabulary):
+    return text([
+        banner("groups.tbl, replies.tbl and reports.tbl"), "#pragma once", "", "#include <vector>",
+        "",
+        "/// A report with every field it can have, or with the least, and what scripts read of it.",
+        "struct ReportSample", "{", "    char const *name;", "    char const *wire;",
+        "    char const *line;", "};", "",
+        "inline std::vector<ReportSample> const report_samples {", *_report_rows(vocabulary), "};",
+        "",
+        "/// A command as it is typed, its replies under the id 1, and what scripts read of them.",
+        "struct AnswerSample", "{", "    char const *command;",
+        "    std::vector<char const *> arguments;", "    char const *wire;",
+        "    std::vector<char const *> lines;", "};", "",
+        "inline std::vector<AnswerSample> const answer_samples {", *_answer_rows(vocabulary), "};"])
+
+
 FILES = {
     f"{TOOL}/vocabulary_tables.cpp": vocabulary_cpp,
     f"{TOOL}/calls.h": calls_h,
@@ -462,4 +515,5 @@ FILES = {
     f"{TOOL}/json_messages.h": json_messages_h,
     f"{TOOL}/json_messages.cpp": json_messages_cpp,
     "tests/tarnctl/call_samples.h": call_samples_h,
+    "tests/tarnctl/message_samples.h": message_samples_h,
 }
