@@ -96,6 +96,7 @@ private Q_SLOTS:
     void a_group_may_be_deleted_by_its_slot();
     void a_group_serves_several_commands();
     void intercepted_messages_go_no_further();
+    void a_subclass_may_act_before_or_instead_of_a_signal();
     void hooks_see_both_ways();
     void a_disconnect_from_inside_ends_the_stream();
     void is_localhost_only_while_connected_to_it();
@@ -537,6 +538,36 @@ void TestAPIQt::intercepted_messages_go_no_further()
     QTRY_COMPARE(clips.ids, QStringList({QStringLiteral("a"), QStringLiteral("c")}));
     QCOMPARE(api.intercepted, QStringList({QStringLiteral("secret b")}));
     QCOMPARE(received, 2);
+}
+
+/// Keeps reports of secret clips from the signal, and says when one passes.
+class DelayingQt : public APIQt
+{
+public:
+    QStringList seen;
+
+protected:
+    void do_report_clip_created(AString const &clip_id) override
+    {
+        seen.append(QStringLiteral("before ") + QString(clip_id));
+        if (!clip_id.has_prefix(AString::l1("secret")))
+            APIQt::do_report_clip_created(clip_id);
+    }
+};
+
+void TestAPIQt::a_subclass_may_act_before_or_instead_of_a_signal()
+{
+    ScriptedServer server;
+    DelayingQt api;
+    connect(&api, &APIQt::report_clip_created, this,
+        [&](AString const &clip) { api.seen.append(QStringLiteral("signal ") + QString(clip)); });
+    api.connect_to_server(server.address());
+    QTRY_COMPARE(server.connections_open(), 1);
+    server.say(clip_created("a") + clip_created("secret b") + clip_created("c"));
+    QTRY_COMPARE(api.seen,
+        QStringList({QStringLiteral("before a"), QStringLiteral("signal a"),
+            QStringLiteral("before secret b"), QStringLiteral("before c"),
+            QStringLiteral("signal c")}));
 }
 
 void TestAPIQt::hooks_see_both_ways()
