@@ -196,6 +196,11 @@ void TestCommandLine::completes_data()
     QTest::newRow("cl") << QStringLiteral("clips clip");
     QTest::newRow("--s") << QStringLiteral("--server=");
     QTest::newRow("watch --re") << QStringLiteral("--reports= --reconnect");
+    QTest::newRow("meta --p") << QStringLiteral("--prefix=");
+    QTest::newRow("meta set d --p") << QStringLiteral("--prefix=");
+    QTest::newRow("meta get d --p") << QString();
+    QTest::newRow("meta watch d --co") << QStringLiteral("--count=");
+    QTest::newRow("play --re") << QString();
     QTest::newRow("watch --reports=channel_st") << QStringLiteral("--reports=channel_status");
     QTest::newRow("watch --reports=alerts,disk_")
         << QStringLiteral("--reports=alerts,disk_space --reports=alerts,disk_space_changed");

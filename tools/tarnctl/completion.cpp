@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnctl/help.h"
+#include "tools/tarnctl/usage.h"
 #include "tools/tarnctl/verbs.h"
 #include "tools/tarnctl/vocabulary_info.h"
 
@@ -8,11 +9,24 @@
 namespace TarnCtl {
 namespace {
 
-void add_options(std::span<OptionInfo const> options, QStringList *list)
+QString start_of(OptionInfo const &option)
 {
-    for (OptionInfo const &option : options)
-        *list << QStringLiteral("--") + QLatin1String(option.name)
-                + QLatin1String(option.value ? "=" : "");
+    return QStringLiteral("--") + QLatin1String(option.name)
+        + QLatin1String(option.value ? "=" : "");
+}
+
+/// What may begin with a dash behind what was typed.
+QStringList for_option(CommandLine const &line)
+{
+    QStringList list;
+    for (OptionInfo const &option : global_options())
+        list << start_of(option);
+    for (OptionInfo const &option :
+        line.verb ? line.verb->options : std::span<OptionInfo const>()) {
+        if (takes_option(line, option))
+            list << start_of(option);
+    }
+    return list;
 }
 
 /// "Layer=normal" and so on, for values that have names; nothing for others.
@@ -102,15 +116,10 @@ QStringList completions(QStringList const &words)
     QStringList list;
     if (last.startsWith(QLatin1String("--reports=")) && line.verb)
         list = next_reports(last);
-    else if (last.startsWith(u'-')) {
-        add_options(global_options(), &list);
-        if (line.verb)
-            add_options(line.verb->options, &list);
-    } else if (line.verb) {
-        list = for_verb(line, last);
-    } else {
-        list = verb_names();
-    }
+    else if (last.startsWith(u'-'))
+        list = for_option(line);
+    else
+        list = line.verb ? for_verb(line, last) : verb_names();
     list.removeIf([&last](QString const &word) { return !word.startsWith(last); });
     return list;
 }

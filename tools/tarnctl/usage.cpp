@@ -112,17 +112,22 @@ bool check_usage(CommandLine const &line, QString *error)
     bool const parted = line.verb->first_word == FirstWord::SubVerb;
     if (parted && !check_sub_verb(line, error))
         return false;
-    Form const form = meant_form(line);
     for (OptionInfo const &option : line.verb->options) {
-        // What is typed has an effect or is refused: some options are not for every sub-verb.
-        if (line.has(option.name) && !form.has_option(option.name)) {
+        // What is typed has an effect or is refused.
+        if (line.has(option.name) && !takes_option(line, option)) {
             *error = QStringLiteral("no option --%1 of '%2 %3'")
                          .arg(QLatin1String(option.name), QLatin1String(line.verb->name),
                              line.words.value(0));
             return false;
         }
     }
-    return form.check_words(line.words, error);
+    return meant_form(line).check_words(line.words, error);
+}
+
+bool takes_option(CommandLine const &line, OptionInfo const &option)
+{
+    bool const open = line.verb->first_word == FirstWord::SubVerb && line.words.isEmpty();
+    return open || meant_form(line).has_option(option.name);
 }
 
 bool check_topic(CommandLine const &line, QString *error)
