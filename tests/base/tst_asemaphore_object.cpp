@@ -19,6 +19,8 @@ private Q_SLOTS:
     void announce_tells_only_what_can_be_taken();
     void release_from_another_thread_is_announced_on_the_own();
     void acquire_waits_for_another_thread();
+    void who_takes_a_permit_sees_what_was_done_before_it_was_given_data();
+    void who_takes_a_permit_sees_what_was_done_before_it_was_given();
 
 private:
     static int permits(ASemaphoreObject const &semaphore) { return semaphore.available(); }
@@ -116,6 +118,45 @@ void TestASemaphoreObject::acquire_waits_for_another_thread()
     semaphore.acquire(2);
     QCOMPARE(permits(semaphore), 0);
     giver.join();
+}
+
+void TestASemaphoreObject::who_takes_a_permit_sees_what_was_done_before_it_was_given_data()
+{
+    QTest::addColumn<int>("milliseconds");
+    QTest::newRow("acquire") << -1;
+    QTest::newRow("tryAcquire") << 0;
+    QTest::newRow("tryAcquire with a limit") << 20000;
+}
+
+void TestASemaphoreObject::who_takes_a_permit_sees_what_was_done_before_it_was_given()
+{
+    QFETCH(int, milliseconds);
+    ASemaphoreObject there;
+    ASemaphoreObject back;
+    auto const take = [milliseconds](ASemaphoreObject &semaphore) {
+        if (milliseconds < 0)
+            semaphore.acquire();
+        else if (milliseconds > 0)
+            QVERIFY(semaphore.tryAcquire(1, milliseconds));
+        else
+            while (!semaphore.tryAcquire())
+                std::this_thread::yield();
+    };
+    int passed = 0; // between the threads, by nothing but the permits
+    std::thread other([&] {
+        for (int i = 0; i < 100; ++i) {
+            take(there);
+            ++passed;
+            back.release();
+        }
+    });
+    for (int i = 0; i < 100; ++i) {
+        ++passed;
+        there.release();
+        take(back);
+    }
+    other.join();
+    QCOMPARE(passed, 200);
 }
 
 QTEST_GUILESS_MAIN(TestASemaphoreObject)

@@ -1,6 +1,33 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/asemaphore_object.h"
 
+#if defined(__SANITIZE_THREAD__)
+extern "C" {
+void __tsan_acquire(void *address);
+void __tsan_release(void *address);
+}
+#endif
+
+namespace {
+
+// The toolkit's semaphore works inside a library that the thread sanitizer does not look into, so
+// that it has to be told that who takes a permit sees what was done before it was given.
+void tell_of_take([[maybe_unused]] QSemaphore *semaphore)
+{
+#if defined(__SANITIZE_THREAD__)
+    __tsan_acquire(semaphore);
+#endif
+}
+
+void tell_of_give([[maybe_unused]] QSemaphore *semaphore)
+{
+#if defined(__SANITIZE_THREAD__)
+    __tsan_release(semaphore);
+#endif
+}
+
+} // namespace
+
 ASemaphoreObject::ASemaphoreObject(QObject *parent)
     : ASemaphoreObject(0, parent)
 {
@@ -17,20 +44,25 @@ ASemaphoreObject::ASemaphoreObject(int permits, QObject *parent)
 void ASemaphoreObject::acquire(int permits)
 {
     semaphore.acquire(permits);
+    tell_of_take(&semaphore);
 }
 
 bool ASemaphoreObject::tryAcquire(int permits)
 {
-    return semaphore.tryAcquire(permits);
+    return tryAcquire(permits, 0);
 }
 
 bool ASemaphoreObject::tryAcquire(int permits, int milliseconds)
 {
-    return semaphore.tryAcquire(permits, milliseconds);
+    if (!semaphore.tryAcquire(permits, milliseconds))
+        return false;
+    tell_of_take(&semaphore);
+    return true;
 }
 
 void ASemaphoreObject::release(int permits)
 {
+    tell_of_give(&semaphore);
     semaphore.release(permits);
     announce_available();
 }
