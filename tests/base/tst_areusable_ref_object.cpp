@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <thread>
+#include <utility>
 #include <vector>
 
 class TestAReusableRefObject : public QObject
@@ -105,47 +106,58 @@ void TestAReusableRefObject::each_end_of_all_references_is_told_once()
 namespace {
 
 /// Keeps one object as long as somebody refers to it, and makes another when it is looked up again.
-class Shelf : public QObject
+class Shelf
 {
 public:
     void look_up_and_release()
     {
-        AReusableRefObject *found = nullptr;
-        {
-            AProtect<AReusableRefObject *>::Lock const kept(object);
-            if (!*kept)
-                *kept = make();
-            found = *kept;
-            found->add_reference();
-        }
-        AProtect<AReusableRefObject *>::Lock const kept(object);
+        AReusableRefObject *const found = look_up();
+        Kept::Lock const lock(kept);
         found->release_reference();
     }
-    void let_go(AReusableRefObject *idle)
+    /// For one thread: deletes what has been told of, unless it has been looked up meanwhile.
+    void tidy()
     {
-        AProtect<AReusableRefObject *>::Lock const kept(object);
-        // A notice may be of an object that has been deleted since.
-        if (*kept != idle || !idle->releasable())
-            return;
-        delete idle;
-        *kept = nullptr;
-        ++deleted;
+        Kept::Lock const lock(kept);
+        for (AReusableRefObject *idle : std::exchange(lock->told_of, {})) {
+            if (lock->object != idle || !idle->releasable())
+                continue;
+            delete std::exchange(lock->object, nullptr);
+            ++deleted;
+        }
     }
 
     std::atomic<int> made{0};
     int deleted = 0;
 
 private:
+    struct Content
+    {
+        AReusableRefObject *object = nullptr;
+        std::vector<AReusableRefObject *> told_of;
+    };
+    using Kept = AProtect<Content>;
+
+    AReusableRefObject *look_up()
+    {
+        Kept::Lock const lock(kept);
+        if (!lock->object)
+            lock->object = make();
+        lock->object->add_reference();
+        return lock->object;
+    }
     AReusableRefObject *make()
     {
         ++made;
-        auto *fresh = new AReusableRefObject;
-        connect(fresh, &AReusableRefObject::zero_references, this, &Shelf::let_go,
-            Qt::QueuedConnection);
+        auto *const fresh = new AReusableRefObject;
+        QObject::connect(
+            fresh, &AReusableRefObject::zero_references, fresh,
+            [this](AReusableRefObject *idle) { Kept::Lock(kept)->told_of.push_back(idle); },
+            Qt::DirectConnection);
         return fresh;
     }
 
-    AProtect<AReusableRefObject *> object{nullptr};
+    Kept kept;
 };
 
 } // namespace
@@ -163,10 +175,10 @@ void TestAReusableRefObject::released_under_the_lookups_lock_none_is_told_of_aft
         });
     }
     while (busy > 0)
-        QCoreApplication::sendPostedEvents();
+        shelf.tidy();
     for (std::thread &thread : threads)
         thread.join();
-    QCoreApplication::sendPostedEvents();
+    shelf.tidy();
     QVERIFY(shelf.made > 0);
     QCOMPARE(shelf.deleted, shelf.made.load());
 }
