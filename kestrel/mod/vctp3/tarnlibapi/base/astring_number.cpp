@@ -93,6 +93,11 @@ template <typename T> bool narrow(AString const &s, T *out)
 }
 
 /// The digits of \a magnitude with "-" in front if \a minus, padded between to \a width.
+AString latin1_between(char const *begin, char const *end)
+{
+    return AString::from_latin1(begin, static_cast<unsigned long long>(end - begin));
+}
+
 AString print(std::uint64_t magnitude, bool minus, long long width, AChar fill)
 {
     char text[21];
@@ -254,8 +259,13 @@ AString AString::from_speed(int speed, unsigned int precision)
     unsigned int const bits = static_cast<unsigned int>(speed);
     unsigned int const magnitude = speed < 0 ? 0 - bits : bits;
     unsigned int fraction = magnitude & 0xffffu;
-    if (precision == 0 || fraction == 0)
-        return sprintf("%s%uX", speed < 0 ? "-" : "", (magnitude + 32768) >> 16);
+    char text[48];
+    text[0] = '-';
+    if (precision == 0 || fraction == 0) {
+        char *end = std::to_chars(text + 1, text + sizeof text, (magnitude + 32768) >> 16).ptr;
+        *end++ = 'X';
+        return speed < 0 ? latin1_between(text, end) : latin1_between(text + 1, end);
+    }
 
     // 16 digits hold 16 bits exactly: more could only add zeros, which go again.
     precision = std::min(precision, 16u);
@@ -273,15 +283,16 @@ AString AString::from_speed(int speed, unsigned int precision)
         ++whole;
     }
     bool const minus = speed < 0 && (whole != 0 || digits != 0);
-    char text[48];
-    int n = std::snprintf(text, sizeof text, "%s%u.%0*llu", minus ? "-" : "", whole,
-        static_cast<int>(precision), digits);
-    while (text[n - 1] == '0')
-        --n;
-    if (text[n - 1] == '.')
-        --n;
-    text[n++] = 'X';
-    return from_latin1(text, static_cast<unsigned long long>(n));
+    char *end = std::to_chars(text + 1, text + sizeof text, whole).ptr;
+    *end++ = '.';
+    for (char *at = end += precision; precision-- > 0; digits /= 10)
+        *--at = static_cast<char>('0' + digits % 10);
+    while (end[-1] == '0')
+        --end;
+    if (end[-1] == '.')
+        --end;
+    *end++ = 'X';
+    return latin1_between(minus ? text : text + 1, end);
 }
 
 std::uint32_t AString::to_ipaddr(std::uint32_t otherwise) const

@@ -42,6 +42,11 @@ std::string_view entity(char32_t c)
     }
 }
 
+bool is_plain(char32_t c)
+{
+    return c < 0x80 && entity(c).empty();
+}
+
 } // namespace
 
 CommandTree::CommandTree(AString const &xid, Word command)
@@ -53,6 +58,14 @@ CommandTree::CommandTree(AString const &xid, Word command)
     open(command);
 }
 
+/// Room for so many more bytes of text.
+char *CommandTree::grow(std::size_t more)
+{
+    std::size_t const before = text.size();
+    text.resize(before + more);
+    return text.data() + before;
+}
+
 void CommandTree::new_line()
 {
     text += "\r\n";
@@ -60,17 +73,23 @@ void CommandTree::new_line()
 
 void CommandTree::end_tag(Word tag)
 {
-    text += "</";
-    text += word_bytes(tag);
-    text += '>';
+    std::string_view const bytes = word_bytes(tag);
+    char *to = grow(bytes.size() + 3);
+    *to++ = '<';
+    *to++ = '/';
+    to += bytes.copy(to, bytes.size());
+    *to = '>';
 }
 
 void CommandTree::open(Word tag)
 {
-    new_line();
-    text += '<';
-    text += word_bytes(tag);
-    text += '>';
+    std::string_view const bytes = word_bytes(tag);
+    char *to = grow(bytes.size() + 4);
+    *to++ = '\r';
+    *to++ = '\n';
+    *to++ = '<';
+    to += bytes.copy(to, bytes.size());
+    *to = '>';
     just_opened = true;
 }
 
@@ -99,19 +118,28 @@ void CommandTree::escape(AString const &value)
     AStringSegmentPosition at = value.get_first_position();
     AChar const *run = nullptr;
     while (unsigned long long const length = value.linear_access(at, &run)) {
-        for (AChar const *c = run; c != run + length; ++c) {
-            if (std::string_view const known = entity(c->ord()); !known.empty()) {
-                text += known;
-            } else if (c->is_ascii()) {
-                text += static_cast<char>(c->ord());
-            } else {
-                char bytes[4];
-                unsigned long long written = 0;
-                if (c->to_utf8(bytes, sizeof(bytes), &written))
-                    text.append(bytes, written);
-            }
-        }
+        escape(run, run + length);
         value.get_next_position(&at, length);
+    }
+}
+
+void CommandTree::escape(AChar const *from, AChar const *end)
+{
+    // Most texts are plain throughout; their bytes are put straight into place.
+    char *to = grow(static_cast<std::size_t>(end - from));
+    AChar const *c = from;
+    for (; c != end && is_plain(c->ord()); ++c)
+        *to++ = static_cast<char>(c->ord());
+    text.resize(static_cast<std::size_t>(to - text.data()));
+    for (; c != end; ++c) {
+        if (std::string_view const known = entity(c->ord()); !known.empty()) {
+            text += known;
+        } else {
+            char bytes[4];
+            unsigned long long written = 0;
+            if (c->to_utf8(bytes, sizeof(bytes), &written))
+                text.append(bytes, written);
+        }
     }
 }
 

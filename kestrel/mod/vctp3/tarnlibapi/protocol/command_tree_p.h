@@ -53,6 +53,8 @@ private:
     void new_line();
     void leaf(Word tag, std::string_view plain);
     void escape(AString const &value);
+    void escape(AChar const *from, AChar const *end);
+    char *grow(std::size_t more);
     void end_tag(Word tag);
 
     std::string text;
