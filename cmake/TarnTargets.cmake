@@ -33,6 +33,12 @@ macro(tarn_add_library)
     target_compile_options(Tarn PUBLIC -mcx16)
   endif()
 
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Calls of our own exported functions may be inlined; nobody is to replace them at run time.
+    target_compile_options(TarnCore PRIVATE -fno-semantic-interposition)
+    target_compile_options(Tarn PRIVATE -fno-semantic-interposition)
+  endif()
+
   target_link_libraries(Tarn PRIVATE TarnCore $<BUILD_INTERFACE:tarn_flags>)
   target_link_libraries(Tarn PUBLIC Qt6::Core Qt6::Gui Qt6::Widgets Qt6::Network Threads::Threads)
   set_target_properties(Tarn PROPERTIES
