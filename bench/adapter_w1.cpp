@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The message stream: cutting, parsing, reading into a record, writing a command.
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/api_command.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_boundary_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_name.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse_engine.h"
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <benchmark/benchmark.h>
-#include <cstring>
 
 namespace {
 
@@ -253,65 +253,26 @@ BENCHMARK(tarn_high_rate_record);
 
 // --- one command of six elements ---
 
-/// Takes text as the ring of a connection does.
-struct Ring
+/// Takes the blocks that a command is written in.
+class Sink : public VCTP3::APICommand
 {
-    static void put(void *to, char const *p, unsigned long long n)
+protected:
+    void send(void const *data, unsigned long long size) override
     {
-        Ring &ring = *static_cast<Ring *>(to);
-        if (n > sizeof ring.bytes - ring.used)
-            ring.used = 0;
-        std::memcpy(ring.bytes + ring.used, p, n);
-        ring.used += n;
-    }
-    char bytes[1500];
-    std::size_t used = 0;
-};
-
-struct Command
-{
-    XMLName cmd{"cmd"}, xid{"xid"}, play{"play"}, channel{"Channel"}, speed{"Speed"},
-        latency{"MinLatency"};
-    AString ab = AString::l1("AB"), half = AString::l1("0.5X");
-
-    XMLTree make(unsigned long long id) const
-    {
-        XMLTree body(play);
-        body.add_subnode(XMLTree(channel, ab));
-        body.add_subnode(XMLTree(speed, half));
-        body.add_subnode(XMLTree(latency));
-        XMLTree tree(cmd);
-        tree.add_subnode(XMLTree(xid, id));
-        tree.add_subnode(body);
-        return tree;
+        benchmark::DoNotOptimize(data);
+        benchmark::DoNotOptimize(size);
     }
 };
 
 void tarn_write_command(benchmark::State &state)
 {
-    Command const command;
-    Ring ring;
-    unsigned long long id = 0;
-    for (auto _ : state) {
-        ring.used = 0;
-        command.make(++id).send_utf8({&Ring::put, &ring}, XMLTree::FlattenLines, true);
-        benchmark::DoNotOptimize(ring.bytes);
-    }
+    Sink sink;
+    unsigned int id = 0;
+    for (auto _ : state)
+        sink.cmd_play(
+            AString::from_uint32_t(++id), VCTP3::Channel::AB, true, 32768, false, {}, true, true);
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
 }
 BENCHMARK(tarn_write_command);
-
-void tarn_write_command_tree_made_before(benchmark::State &state)
-{
-    XMLTree const tree = Command().make(7);
-    Ring ring;
-    for (auto _ : state) {
-        ring.used = 0;
-        tree.send_utf8({&Ring::put, &ring}, XMLTree::FlattenLines, true);
-        benchmark::DoNotOptimize(ring.bytes);
-    }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
-}
-BENCHMARK(tarn_write_command_tree_made_before);
 
 } // namespace

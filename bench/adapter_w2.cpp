@@ -115,24 +115,30 @@ void tarn_paced(benchmark::State &state)
         consumer.born.reserve(consumer.want);
         consumer.ages.reserve(consumer.want);
         std::size_t k = 0;
-        auto const feed = [&] {
+        auto const next_burst = [&] {
             QByteArray burst;
             for (std::size_t j = 0; j < per; ++j, ++k) {
                 std::string_view const m = stream.view(k % stream.messages.size());
                 burst.append(m.data(), qsizetype(m.size()));
-                consumer.born.push_back(now_ns());
             }
-            engine.input_bytes(burst);
+            return burst;
         };
         std::int64_t const t0 = now_ns();
         std::int64_t const c0 = cpu_ns();
         std::thread pace([&] {
             std::int64_t t = now_ns();
             for (int i = 0; i < ticks; ++i) {
+                QByteArray const burst = next_burst();
                 t += 1000000000LL / hz;
                 timespec const at{time_t(t / 1000000000), long(t % 1000000000)};
                 clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &at, nullptr);
-                QMetaObject::invokeMethod(&consumer, feed, Qt::QueuedConnection);
+                QMetaObject::invokeMethod(
+                    &consumer,
+                    [&, burst, now = now_ns()] {
+                        consumer.born.insert(consumer.born.end(), per, now);
+                        engine.input_bytes(burst);
+                    },
+                    Qt::QueuedConnection);
             }
         });
         QCoreApplication::exec();
