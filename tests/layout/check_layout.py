@@ -17,6 +17,9 @@ RANK = [
     (CORE + "protocol/", 2),
     ("Protocol/THUMBS/", 3),
     ("ATarnLib/base/", 0.5),
+    ("ATarnLib/timecode/", 3.1),
+    ("ATarnLib/config/", 3.2),
+    ("ATarnLib/glint/", 3.3),
     ("ATarnLib/", 4),
 ]
 # Of the protocol folder these stand on the toolkit's sockets and threads; nothing else of the
