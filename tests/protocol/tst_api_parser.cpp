@@ -95,6 +95,7 @@ private Q_SLOTS:
     void takes_a_message_of_32768_bytes_and_no_more();
     void fails_at_malformed_text_until_reset();
     void drops_the_rest_when_reset_from_a_callback();
+    void drops_what_did_not_fit_when_reset_from_a_callback();
 };
 
 void TestAPIParser::delivers_messages_data()
@@ -357,6 +358,20 @@ void TestAPIParser::drops_the_rest_when_reset_from_a_callback()
     parser.feed("<reply><xid>1</xid><ok/></reply><reply><xid>2</xid><ok/></reply><reply>");
     QCOMPARE(parser.take(), QStringList{QStringLiteral("ok 1")});
     parser.reset_on_ok = false;
+    parser.feed("<reply><xid>3</xid><ok/></reply>");
+    QCOMPARE(parser.take(), QStringList{QStringLiteral("ok 3")});
+}
+
+void TestAPIParser::drops_what_did_not_fit_when_reset_from_a_callback()
+{
+    // More than the buffer holds, so that the reset comes while bytes still wait outside it.
+    QByteArray stream = "<reply><xid>1</xid><ok/></reply>";
+    while (stream.size() < 100000)
+        stream += "<reply><xid>2</xid><ok/></reply>";
+    NotingParser parser;
+    parser.reset_on_ok = true;
+    parser.feed(stream);
+    QCOMPARE(parser.take(), QStringList{QStringLiteral("ok 1")});
     parser.feed("<reply><xid>3</xid><ok/></reply>");
     QCOMPARE(parser.take(), QStringList{QStringLiteral("ok 3")});
 }
