@@ -713,7 +713,7 @@ void TestAPIQt::what_a_server_said_last_arrives()
     server.say(farewell);
     QTRY_COMPARE(server.bytes_sent(), farewell.size());
     server.hang_up();
-    QTRY_COMPARE(clips.ids.size(), reports);
+    QTRY_COMPARE_WITH_TIMEOUT(clips.ids.size(), reports, 20000);
     for (int i = 0; i < reports; ++i)
         QCOMPARE(clips.ids[i].trimmed().toInt(), i);
     QTRY_VERIFY(!api.is_connected());

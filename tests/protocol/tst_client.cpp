@@ -652,6 +652,7 @@ void TestClient::the_rest_of_a_message_never_begins_a_connection()
     TornClient client(server);
     client.run_forever_in_own_thread(0);
     QTRY_COMPARE(client.times_connected.load(), 1);
+    QTRY_COMPARE(server.connections_open(), 1);
 
     Answers torn;
     client.tear = true;
@@ -712,10 +713,11 @@ void TestClient::a_second_own_thread_asserts()
     client.start();
     QCOMPARE(asserts.take(), QStringList({QStringLiteral("!in_own_thread")}));
     QTRY_COMPARE(client.times_connected.load(), 1);
+    QTRY_COMPARE(server.connections_open(), 1);
     // A second loop would dial again when the connection goes.
     server.hang_up();
     QTRY_COMPARE(client.times_connected.load(), 2);
-    QCOMPARE(server.connections_made(), 2);
+    QTRY_COMPARE(server.connections_made(), 2);
 }
 
 void TestClient::destruction_ends_the_loop_data()
