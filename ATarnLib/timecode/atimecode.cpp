@@ -20,29 +20,33 @@ struct ATimecode::BreakDowns
         return static_cast<int>(frequency) * flags + static_cast<int>(flag);
     }
 
-    template <int at> static void run(unsigned int n, Parts *parts)
+    template <int at>
+    static void run([[maybe_unused]] unsigned int n, [[maybe_unused]] Parts *parts)
     {
         constexpr DropframeFlag flag = static_cast<DropframeFlag>(at % flags);
         constexpr TimecodeRate rate
             = find_timecode_rate(static_cast<VideoFrequency>(at / flags), flag);
-        if constexpr (rate.day == 0) {
-            *parts = Parts();
-        } else {
+        // Without a rate there is nothing to make it of.
+        if constexpr (rate.day != 0) {
             // The first minute of ten is longer by what the others leave out.
             constexpr unsigned int left_out = flag == DropframeFlag::df ? 4 : 0;
-            unsigned int const days = n / rate.day;
-            unsigned int const in_day = n % rate.day;
-            unsigned int const in_hour = in_day % rate.hour;
-            unsigned int const in_ten = in_hour % rate.ten_minutes;
+            // Ten minutes are 1/144 of a day at every rate, so that hours and days need not wait
+            // for what is left of them.
+            static_assert(6 * rate.ten_minutes == rate.hour && 24 * rate.hour == rate.day);
+            unsigned int const tens = n / rate.ten_minutes;
+            unsigned int const hours = tens / 6;
+            unsigned int const days = hours / 24;
+            unsigned int const in_ten = n - rate.ten_minutes * tens;
             unsigned int const minute = in_ten < left_out ? 0 : (in_ten - left_out) / rate.minute;
-            unsigned int const in_minute = in_ten - minute * rate.minute;
-            unsigned int const fields = in_minute % rate.second;
+            unsigned int const in_minute = in_ten - rate.minute * minute;
+            unsigned int const seconds = in_minute / rate.second;
+            unsigned int const fields = in_minute - rate.second * seconds;
+            unsigned int const frames = fields / rate.frame;
             parts->days = days;
-            parts->hours = in_day / rate.hour;
-            parts->minutes = in_hour / rate.ten_minutes * 10 + minute;
-            parts->seconds = in_minute / rate.second;
-            parts->frames = fields / rate.frame;
-            parts->f2 = fields % rate.frame != 0;
+            parts->hours = static_cast<unsigned char>(hours - 24 * days);
+            parts->minutes = static_cast<unsigned char>(10 * (tens - 6 * hours) + minute);
+            parts->seconds = static_cast<unsigned char>(seconds);
+            parts->frames = static_cast<unsigned char>(frames);
         }
     }
 
@@ -56,12 +60,25 @@ struct ATimecode::BreakDowns
     }
 };
 
-void ATimecode::break_down() const
+void ATimecode::take_flag(DropframeFlag flag)
 {
     static constexpr auto table
         = BreakDowns::table(std::make_integer_sequence<int, BreakDowns::size>());
-    table.by_index[BreakDowns::index(field_rate, dfflag)](count, &cache);
-    cache_valid = true;
+    dfflag = flag;
+    break_down = table.by_index[BreakDowns::index(field_rate, flag)];
+    cache_valid = false;
+}
+
+void ATimecode::make(
+    VideoFrequency frequency, DropframeFlag flag, unsigned int nfields, unsigned int ssm_speed)
+{
+    if (!isValid(frequency) || !isValid(flag))
+        return;
+    defined = true;
+    field_rate = frequency;
+    take_flag(flag);
+    count = nfields;
+    speed = ssm_speed;
 }
 
 ATimecode::ATimecode(VideoFrequency frequency, unsigned int nfields_scaled, unsigned int ssm_speed)
@@ -73,9 +90,9 @@ ATimecode::ATimecode(VideoFrequency frequency, DropframeFlag flag, unsigned int 
     unsigned int ssm_speed)
 {
     if (ssm_speed == 1)
-        set(frequency, flag, nfields_scaled, 1);
+        make(frequency, flag, nfields_scaled, 1);
     else if (A_ASSERT(ssm_speed != 0))
-        set(frequency, flag, nfields_scaled / ssm_speed, ssm_speed);
+        make(frequency, flag, nfields_scaled / ssm_speed, ssm_speed);
 }
 
 ATimecode::ATimecode(VideoFrequency frequency, unsigned int hours, unsigned int minutes,
@@ -88,7 +105,7 @@ ATimecode::ATimecode(VideoFrequency frequency, DropframeFlag flag, unsigned int 
     unsigned int minutes, unsigned int seconds, unsigned int frames, bool f2)
 {
     bool const second_field = f2 && timecode_fields_per_frame(frequency) != 1;
-    set(frequency, flag,
+    make(frequency, flag,
         timecode_numfields(frequency, flag, 0, hours, minutes, seconds, frames, second_field), 1);
 }
 
@@ -101,48 +118,26 @@ void ATimecode::set(
     VideoFrequency frequency, DropframeFlag flag, unsigned int nfields, unsigned int ssm_speed)
 {
     set_undefined();
-    if (!isValid(frequency) || !isValid(flag))
-        return;
-    defined = true;
-    field_rate = frequency;
-    dfflag = flag;
-    count = nfields;
-    speed = ssm_speed;
+    make(frequency, flag, nfields, ssm_speed);
 }
 
 void ATimecode::set_df(DropframeFlag flag)
 {
     if (!hasDropframe(field_rate) || !isValid(flag))
         return;
-    dfflag = flag;
-    cache_valid = false;
+    take_flag(flag);
 }
 
 void ATimecode::force_f1()
 {
     if (get_f2())
-        move_within_frame(false);
+        --count;
 }
 
 void ATimecode::force_f2()
 {
     if (!get_f2())
-        move_within_frame(true);
-}
-
-void ATimecode::move_within_frame(bool f2)
-{
-    f2 ? ++count : --count;
-    cache.f2 = f2 && timecode_fields_per_frame(field_rate) != 1;
-}
-
-bool ATimecode::get_f2() const
-{
-    if (!defined)
-        return false;
-    if (cache_valid)
-        return cache.f2;
-    return timecode_fields_per_frame(field_rate) != 1 && (count & 1) != 0;
+        ++count;
 }
 
 unsigned int ATimecode::get_fields_per_second() const
@@ -218,7 +213,7 @@ ATimecode &ATimecode::wrap24()
 {
     if (get_days() != 0)
         set_nfields(timecode_numfields(field_rate, dfflag, 0, cache.hours, cache.minutes,
-            cache.seconds, cache.frames, cache.f2));
+            cache.seconds, cache.frames, get_f2()));
     return *this;
 }
 

@@ -83,7 +83,7 @@ public:
     void set_nfields(unsigned int nfields)
     {
         count = nfields;
-        cache_valid = false;
+        cache_valid = !defined;
     }
     void set_ssm_speed(unsigned int ssm_speed) { speed = ssm_speed; }
     /// \name Changing the flag
@@ -121,7 +121,11 @@ public:
     unsigned int get_frames() const { return parts().frames; }
     /// @}
     /// Whether this is the second field of its frame; needs no breakdown.
-    bool get_f2() const;
+    bool get_f2() const
+    {
+        // What lasts longer than a frame has an even number of fields.
+        return (count & 1) != 0 && defined && field_rate < VideoFrequency::v30;
+    }
     /// \name As by the functions of the same name; those of no frequency while undefined
     /// @{
     unsigned int get_fields_per_second() const;
@@ -220,31 +224,34 @@ private:
     struct Parts
     {
         unsigned int days = 0;
-        unsigned int hours = 0;
-        unsigned int minutes = 0;
-        unsigned int seconds = 0;
-        unsigned int frames = 0;
-        bool f2 = false;
+        unsigned char hours = 0;
+        unsigned char minutes = 0;
+        unsigned char seconds = 0;
+        unsigned char frames = 0;
     };
     using BreakDown = void (*)(unsigned int count, Parts *parts);
     struct BreakDowns;
 
     Parts const &parts() const
     {
-        if (!cache_valid)
-            break_down();
+        if (!cache_valid) {
+            cache_valid = true;
+            break_down(count, &cache);
+        }
         return cache;
     }
-    void break_down() const;
-    void move_within_frame(bool f2);
+    void take_flag(DropframeFlag flag);
+    void make(
+        VideoFrequency frequency, DropframeFlag flag, unsigned int nfields, unsigned int ssm_speed);
 
     bool defined = false;
-    mutable bool cache_valid = false;
+    mutable bool cache_valid = true; // always while undefined
     VideoFrequency field_rate = VideoFrequency::invalid;
     DropframeFlag dfflag = DropframeFlag::invalid;
     unsigned int count = 0;
     unsigned int speed = 1;
     mutable Parts cache; // of the count, while cache_valid
+    BreakDown break_down = nullptr; // by frequency and flag; null while undefined
 };
 
 inline AString toString(ATimecode const &timecode, unsigned int parts)

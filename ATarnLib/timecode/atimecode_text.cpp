@@ -160,7 +160,7 @@ AString ATimecode::toString(unsigned int parts) const
     Parts const &now = this->parts();
     bool const dropframe = dropframeByVideoFrequency(field_rate, dfflag) == DropframeFlag::df;
     TimecodeText const text{now.days, now.hours, now.minutes, now.seconds, now.frames};
-    return text.print(parts, TimecodeText::separator(dropframe, now.f2));
+    return text.print(parts, TimecodeText::separator(dropframe, get_f2()));
 }
 
 } // namespace Corvane

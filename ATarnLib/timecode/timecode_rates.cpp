@@ -7,19 +7,19 @@ namespace Corvane {
 
 namespace {
 
-constexpr int frequencies = static_cast<int>(VideoFrequency::v23_98) + 1;
-constexpr int flags = static_cast<int>(DropframeFlag::ndf) + 1;
+constexpr int frequency_count = static_cast<int>(VideoFrequency::v23_98) + 1;
+constexpr int flag_count = static_cast<int>(DropframeFlag::ndf) + 1;
 
 /// The rates by number, so that a timecode made for each field need not search.
 struct RateIndex
 {
-    TimecodeRate rates[frequencies][flags];
+    TimecodeRate rates[frequency_count][flag_count];
 
     constexpr RateIndex()
         : rates()
     {
-        for (int frequency = 0; frequency < frequencies; ++frequency) {
-            for (int flag = 0; flag < flags; ++flag)
+        for (int frequency = 0; frequency < frequency_count; ++frequency) {
+            for (int flag = 0; flag < flag_count; ++flag)
                 rates[frequency][flag] = find_timecode_rate(
                     static_cast<VideoFrequency>(frequency), static_cast<DropframeFlag>(flag));
         }
