@@ -12,6 +12,9 @@ macro(tarn_add_library)
   set_target_properties(TarnCore PROPERTIES AUTOMOC OFF)
   add_library(Tarn SHARED)
   add_library(Tarn::Tarn ALIAS Tarn)
+  # A header that a list gains makes nothing out of date for AUTOMOC, which would leave its classes
+  # without meta objects. So it looks again after each configuration.
+  file(REMOVE ${PROJECT_BINARY_DIR}/Tarn_autogen/timestamp)
 
   if(BUILD_TESTING)
     set(autotest "#define TARN_AUTOTEST_EXPORT TARN_EXPORT\n")
