@@ -41,7 +41,7 @@ VeskConfiguration::Outcome VeskConfiguration::set(AString const &name, AString c
     AString const holds = item.requires_reboot ? item.effective : value.deep_copy(32);
     if (item.saved == value && item.effective == holds)
         return Outcome::done;
-    item.saved = value.deep_copy(32);
+    item.boot = item.saved = value.deep_copy(32);
     item.effective = holds;
     told->report(VCTP3::ReportType::config_change,
         VeskReports::config_changed(std::list<VCTP3::ConfigurationItem>{item.to_item()}));
@@ -63,5 +63,5 @@ AString VeskConfiguration::effective(AString const &name) const
 void VeskConfiguration::restart()
 {
     for (auto &[name, item] : items)
-        item.boot = item.effective = item.saved;
+        item.effective = item.boot;
 }

@@ -12,7 +12,7 @@
 struct VeskSetting
 {
     AString name;
-    /// What it was when the server started, what is saved for the next start, what holds now.
+    /// What will hold after the next start, what is saved, what holds now.
     AString boot;
     AString saved;
     AString effective;
@@ -52,7 +52,7 @@ public:
     AString effective(AString const &name) const;
     /// In the order of the names.
     VeskSettings const &settings() const { return items; }
-    /// What is saved becomes what holds.
+    /// What was to hold after the start holds.
     void restart();
 
 private:
