@@ -1,0 +1,452 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ATarnLib/config/cf_model.h"
+#include "ATarnLib/config/cf_model_get_one_helper.h"
+#include "sim/vesk/vesk_world.h"
+#include "tests/support/assert_log.h"
+#include "tests/support/astring_make.h"
+#include "tests/support/linked_client.h"
+#include "tests/support/scripted_server.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+
+#include <thread>
+
+using VCTP3::APIQt;
+
+/// How a model gets its items and follows the server.
+class TestCFModel : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void one_name_gives_one_item_and_one_fetch();
+    void items_may_be_asked_for_before_there_is_a_connection();
+    void a_connection_that_is_up_already_is_used_at_once();
+    void the_connection_becomes_the_parent();
+    void a_second_connection_is_an_assertion();
+    void a_model_without_a_connection_is_an_assertion();
+    void there_is_one_local_model();
+    void the_local_model_goes_with_its_connection();
+    void a_local_model_that_another_thread_makes_belongs_to_the_application();
+    void the_seventh_item_is_fetched_when_the_first_reply_comes();
+    void items_are_fetched_in_the_order_of_their_names();
+    void no_items_are_fully_scanned_at_once();
+    void is_fully_scanned_when_the_last_item_is_here();
+    void an_item_asked_for_later_is_scanned_too();
+    void an_unknown_name_is_answered_and_not_asked_again();
+    void a_helper_that_fetches_nothing_is_an_assertion();
+    void every_connection_registers_for_changes();
+    void another_clients_change_arrives();
+    void a_change_of_an_item_that_nobody_asked_for_is_passed_over();
+    void a_change_that_names_no_item_reads_all_items_again();
+    void a_reconnection_fetches_every_item_again();
+    void a_connection_that_goes_during_the_scan_leaves_no_fetch_behind();
+    void many_restarts_leave_the_items_as_the_server_has_them();
+    void an_item_may_be_asked_for_from_another_thread();
+};
+
+namespace {
+
+QString text(char const *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+QString panel(int number)
+{
+    return QStringLiteral("ControlPanel_ID%1").arg(number);
+}
+
+/// A client with a model of its own.
+struct Modelled : LinkedClient<>
+{
+    CFModel *model = CFModel::create(false, &api);
+    QSignalSpy scanned{model, &CFModel::fully_scanned};
+
+    bool scan()
+    {
+        return wait_for([this] { return model->is_fully_scanned(); });
+    }
+    void set_on_server(AString const &name, AString const &value)
+    {
+        server.with_world([&](VeskWorld &world) { world.configuration.set(name, value); });
+    }
+};
+
+/// The names of the items that were asked for.
+QByteArrayList fetches(ScriptedServer const &server)
+{
+    QByteArrayList names;
+    for (QByteArray const &command : server.commands()) {
+        QByteArray const tag = "<ConfigurationItemName>";
+        qsizetype const at = command.indexOf(tag);
+        if (at >= 0)
+            names += command.mid(at + tag.size(), command.indexOf("</", at) - at - tag.size());
+    }
+    return names;
+}
+
+QByteArray unknown_item(QByteArray const &command)
+{
+    return ScriptedServer::reply(command,
+        "<error><ErrorMessage>no</ErrorMessage><ErrorCode>configname_invalid</ErrorCode></error>");
+}
+
+} // namespace
+
+void TestCFModel::one_name_gives_one_item_and_one_fetch()
+{
+    Modelled c;
+    QVERIFY(c.connect());
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    QCOMPARE(c.model->get_item(text("VideoAspectRatio")), item);
+    QCOMPARE(item->get_name(), text("VideoAspectRatio"));
+    QTRY_VERIFY(item->have_cf());
+    QCOMPARE(item->get(), text("16x9"));
+    QCOMPARE(item->allowed_values(), (QList<QString>{text("16x9"), text("4x3")}));
+    QCOMPARE(c.model->get_item(text("VideoAspectRatio")), item);
+    QVERIFY(c.scan());
+    QVERIFY(c.sync());
+    QCOMPARE(c.count("get_one_configuration"), 1U);
+}
+
+void TestCFModel::items_may_be_asked_for_before_there_is_a_connection()
+{
+    Modelled c;
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    QCoreApplication::processEvents();
+    QVERIFY(!item->have_cf());
+    QVERIFY(!c.model->is_fully_scanned());
+    QVERIFY(c.connect());
+    QTRY_VERIFY(item->have_cf());
+    QVERIFY(c.scan());
+    QVERIFY(c.sync());
+    QCOMPARE(c.count("get_one_configuration"), 1U);
+}
+
+void TestCFModel::a_connection_that_is_up_already_is_used_at_once()
+{
+    LinkedClient<> c;
+    QVERIFY(c.connect());
+    CFModel *model = CFModel::create(false, &c.api);
+    QTRY_VERIFY(model->get_item(text("VideoAspectRatio"))->have_cf());
+    QCOMPARE(c.count("report_register"), 1U);
+}
+
+void TestCFModel::the_connection_becomes_the_parent()
+{
+    APIQt api;
+    QCOMPARE(CFModel::create(false, &api)->parent(), &api);
+}
+
+void TestCFModel::a_second_connection_is_an_assertion()
+{
+    APIQt first;
+    APIQt second;
+    CFModel *model = CFModel::create(false, &first);
+    AssertLog asserts;
+    model->config(&second);
+    QCOMPARE(asserts.take(), QStringList{text("api == 0")});
+    QCOMPARE(model->parent(), &first);
+}
+
+void TestCFModel::a_model_without_a_connection_is_an_assertion()
+{
+    AssertLog asserts;
+    std::unique_ptr<CFModel> const model(CFModel::create(false, nullptr));
+    QCOMPARE(asserts.take(), QStringList{text("connection != nullptr")});
+    model->get_item(text("x"))->set(text("typed"));
+    model->commit_changes();
+    QCoreApplication::processEvents();
+    QVERIFY(model->have_changes());
+}
+
+void TestCFModel::there_is_one_local_model()
+{
+    LinkedClient<> c;
+    CFItemModel *item = CFModel::get_item_localhost(text("VideoAspectRatio"));
+    CFModel *model = CFModel::create(true, &c.api);
+    QCOMPARE(model, CFModel::localhost());
+    QCOMPARE(model->get_item(text("VideoAspectRatio")), item);
+    QVERIFY(c.connect());
+    QTRY_VERIFY(item->have_cf());
+    APIQt other;
+    AssertLog asserts;
+    QCOMPARE(CFModel::create(true, &other), model);
+    QCOMPARE(asserts.take(), QStringList{text("api == 0")});
+    QCOMPARE(model->parent(), &c.api);
+    QVERIFY(CFModel::create(false, &other) != model);
+}
+
+void TestCFModel::the_local_model_goes_with_its_connection()
+{
+    QPointer<CFModel> first;
+    {
+        APIQt api;
+        first = CFModel::create(true, &api);
+    }
+    QVERIFY(first.isNull());
+    APIQt api;
+    CFModel *second = CFModel::create(true, &api);
+    QCOMPARE(second->parent(), &api);
+    QCOMPARE(CFModel::localhost(), second);
+}
+
+void TestCFModel::a_local_model_that_another_thread_makes_belongs_to_the_application()
+{
+    CFModel *made = nullptr;
+    CFItemModel *item = nullptr;
+    std::thread([&] {
+        made = CFModel::localhost();
+        item = CFModel::get_item_localhost(text("VideoAspectRatio"));
+    }).join();
+    QCOMPARE(made->thread(), thread());
+    QCOMPARE(item->thread(), thread());
+    LinkedClient<> c;
+    QVERIFY(c.connect());
+    QCOMPARE(CFModel::create(true, &c.api), made);
+    QTRY_VERIFY(item->have_cf());
+}
+
+void TestCFModel::the_seventh_item_is_fetched_when_the_first_reply_comes()
+{
+    ScriptedServer server;
+    APIQt api;
+    CFModel *model = CFModel::create(false, &api);
+    for (int number = 0; number < 7; ++number)
+        model->get_item(panel(number));
+    api.connect_to_server(server.address());
+    QTRY_COMPARE(fetches(server).size(), 6);
+    // What the model wants to send goes out before this.
+    api.cmd_sync();
+    QTRY_VERIFY(server.commands().last().contains("<sync"));
+    QCOMPARE(fetches(server).size(), 6);
+    server.say(unknown_item(server.commands()[1]));
+    QTRY_COMPARE(fetches(server).size(), 7);
+    QCOMPARE(fetches(server).last(), panel(6).toLatin1());
+}
+
+void TestCFModel::items_are_fetched_in_the_order_of_their_names()
+{
+    ScriptedServer server;
+    server.answer_with(unknown_item);
+    APIQt api;
+    CFModel *model = CFModel::create(false, &api);
+    for (int number = 9; number >= 0; --number)
+        model->get_item(panel(number));
+    api.connect_to_server(server.address());
+    QTRY_VERIFY(model->is_fully_scanned());
+    QByteArrayList names;
+    for (int number = 0; number < 10; ++number)
+        names += panel(number).toLatin1();
+    QCOMPARE(fetches(server), names);
+}
+
+void TestCFModel::no_items_are_fully_scanned_at_once()
+{
+    Modelled c;
+    QVERIFY(!c.model->is_fully_scanned());
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 1);
+    QVERIFY(c.model->is_fully_scanned());
+    QCOMPARE(c.count("get_one_configuration"), 0U);
+}
+
+void TestCFModel::is_fully_scanned_when_the_last_item_is_here()
+{
+    Modelled c;
+    QList<CFItemModel *> items;
+    for (int number = 0; number < 8; ++number)
+        items += c.model->get_item(QStringLiteral("ChannelConfigurationSet%1").arg(number));
+    int here = 0;
+    connect(c.model, &CFModel::fully_scanned, this, [&] {
+        for (CFItemModel const *item : items)
+            here += item->have_cf() ? 1 : 0;
+    });
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 1);
+    QCOMPARE(here, 8);
+}
+
+void TestCFModel::an_item_asked_for_later_is_scanned_too()
+{
+    Modelled c;
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 1);
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    QTRY_COMPARE(c.scanned.count(), 2);
+    QVERIFY(item->have_cf());
+}
+
+void TestCFModel::an_unknown_name_is_answered_and_not_asked_again()
+{
+    Modelled c;
+    CFItemModel *item = c.model->get_item(text("NoSuchItem"));
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 1);
+    c.model->update();
+    c.model->get_item(text("VideoAspectRatio"));
+    QTRY_COMPARE(c.scanned.count(), 2);
+    QVERIFY(!item->have_cf());
+    QCOMPARE(item->get(), QString());
+    QCOMPARE(c.count("get_one_configuration"), 2U);
+}
+
+void TestCFModel::a_helper_that_fetches_nothing_is_an_assertion()
+{
+    Modelled c;
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    QList<CFModelGetOneHelper *> const helpers = c.model->findChildren<CFModelGetOneHelper *>();
+    QCOMPARE(helpers.size(), 6);
+    VCTP3::ConfigurationItem cf;
+    cf.configuration_item_name = "VideoAspectRatio"_a;
+    AssertLog asserts;
+    Q_EMIT helpers[2]->sig_one_configuration_item(2, cf);
+    Q_EMIT helpers[2]->sig_error(2, "no"_a, VCTP3::ErrorCode::general);
+    QString const not_busy = text("!d->get_one_cb_freelist.contains(icb)");
+    QCOMPARE(asserts.take(), (QStringList{not_busy, not_busy}));
+    Q_EMIT helpers[0]->sig_error(6, "no"_a, VCTP3::ErrorCode::general);
+    QCOMPARE(asserts.take(), QStringList{text("d->get_one_in_process.contains(icb)")});
+    QVERIFY(!item->have_cf());
+}
+
+void TestCFModel::every_connection_registers_for_changes()
+{
+    Modelled c;
+    for (quint64 connection = 1; connection <= 3; ++connection) {
+        QVERIFY(c.connect());
+        QVERIFY(c.sync());
+        QCOMPARE(c.count("report_register"), connection);
+        QVERIFY(c.lose());
+    }
+}
+
+void TestCFModel::another_clients_change_arrives()
+{
+    Modelled c;
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    QVERIFY(c.connect());
+    QVERIFY(c.scan());
+    QSignalSpy changed(item, qOverload<QString const &>(&CFItemModel::changed));
+    QSignalSpy model_changed(c.model, &CFModel::changed);
+    c.set_on_server("VideoAspectRatio"_a, "4x3"_a);
+    QTRY_COMPARE(item->get(), text("4x3"));
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(model_changed.count(), 1);
+    QCOMPARE(c.count("get_one_configuration"), 1U);
+}
+
+void TestCFModel::a_change_of_an_item_that_nobody_asked_for_is_passed_over()
+{
+    Modelled c;
+    QVERIFY(c.connect());
+    QVERIFY(c.scan());
+    QVERIFY(c.sync());
+    QSignalSpy reports(&c.api, &APIQt::report_config_changed);
+    QSignalSpy changed(c.model, &CFModel::changed);
+    c.set_on_server("VideoAspectRatio"_a, "4x3"_a);
+    QTRY_COMPARE(reports.count(), 1);
+    QVERIFY(c.sync());
+    QCOMPARE(changed.count(), 0);
+    QCOMPARE(c.count("get_one_configuration"), 0U);
+}
+
+void TestCFModel::a_change_that_names_no_item_reads_all_items_again()
+{
+    Modelled c;
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    c.model->get_item(text("ReferenceSource"));
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 1);
+    c.server.say("<report><config_changed/></report>");
+    QTRY_COMPARE(c.scanned.count(), 2);
+    QCOMPARE(c.count("get_one_configuration"), 4U);
+    QVERIFY(item->have_cf());
+}
+
+void TestCFModel::a_reconnection_fetches_every_item_again()
+{
+    Modelled c;
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    c.model->get_item(text("NoSuchItem"));
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 1);
+    c.server.stop();
+    QTRY_VERIFY(!c.api.is_connected());
+    QVERIFY(!c.model->is_fully_scanned());
+    QCOMPARE(item->get(), text("16x9"));
+    c.set_on_server("VideoAspectRatio"_a, "4x3"_a);
+    c.server.restart(VeskState::keep);
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 2);
+    QCOMPARE(item->get(), text("4x3"));
+    QCOMPARE(c.count("get_one_configuration"), 4U);
+}
+
+void TestCFModel::a_connection_that_goes_during_the_scan_leaves_no_fetch_behind()
+{
+    Modelled c;
+    QList<CFItemModel *> items;
+    for (int number = 0; number < 8; ++number)
+        items += c.model->get_item(QStringLiteral("ChannelConfigurationSet%1").arg(number));
+    c.server.stay_silent(true);
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.count("get_one_configuration"), 6U);
+    QVERIFY(c.lose());
+    c.server.stay_silent(false);
+    AssertLog asserts;
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 1);
+    for (CFItemModel const *item : items)
+        QVERIFY(item->have_cf());
+    QCOMPARE(c.count("get_one_configuration"), 14U);
+    QCOMPARE(asserts.take(), QStringList());
+}
+
+void TestCFModel::many_restarts_leave_the_items_as_the_server_has_them()
+{
+    Modelled c;
+    CFItemModel *item = c.model->get_item(text("ControlPanel_ID0"));
+    for (int number = 0; number < 8; ++number)
+        c.model->get_item(QStringLiteral("ChannelConfigurationSet%1").arg(number));
+    AssertLog asserts;
+    for (int round = 0; round < 30; ++round) {
+        QString const value = QString::number(round);
+        c.set_on_server("ControlPanel_ID0"_a, value);
+        QVERIFY(c.connect());
+        // Every third connection goes before anything has been read.
+        if (round % 3 != 0) {
+            QVERIFY(c.scan());
+            QCOMPARE(item->get(), value);
+        }
+        QVERIFY(c.lose());
+    }
+    QCOMPARE(asserts.take(), QStringList());
+}
+
+void TestCFModel::an_item_may_be_asked_for_from_another_thread()
+{
+    Modelled c;
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 1);
+    QList<CFItemModel *> items(100);
+    std::thread other([&] {
+        for (int number = 0; number < 100; ++number)
+            items[number] = c.model->get_item(panel(number));
+    });
+    for (int number = 0; number < 100; ++number)
+        c.model->get_item(panel(number));
+    other.join();
+    for (int number = 0; number < 100; ++number) {
+        QCOMPARE(c.model->get_item(panel(number)), items[number]);
+        QCOMPARE(items[number]->thread(), thread());
+    }
+    QTRY_VERIFY(items[3]->have_cf());
+    QVERIFY(c.scan());
+    QCOMPARE(c.count("get_one_configuration"), 100U);
+}
+
+QTEST_GUILESS_MAIN(TestCFModel)
+#include "tst_cf_model.moc"
