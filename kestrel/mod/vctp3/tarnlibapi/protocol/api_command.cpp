@@ -28,6 +28,7 @@ public:
             begun_in = stream;
         return begun_in == stream;
     }
+    unsigned int stream() const { return begun_in; }
 
 private:
     APICommand *const owner;
@@ -60,6 +61,11 @@ void APICommand::send(XMLTree const &message)
 bool APICommand::belongs_to_stream()
 {
     return !writing || writing->belongs_to(streams);
+}
+
+unsigned int APICommand::stream_of_message() const
+{
+    return writing ? writing->stream() : present_stream();
 }
 
 void APICommand::send_command(CommandTree &command)

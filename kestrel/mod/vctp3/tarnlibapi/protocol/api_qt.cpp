@@ -32,13 +32,9 @@ APIQt::APIQt(QObject *parent)
     parser->config_tag("report");
     socket->setReadBufferSize(read_buffer_size);
 
-    connect(socket, &QTcpSocket::stateChanged, this, &APIQt::slot_stateChanged);
-    connect(socket, &QTcpSocket::readyRead, this, &APIQt::slot_readyRead);
+    connect_socket();
     connect(parser.get(), &XMLParseEngine2::parse_result_available, this, &APIQt::slot_xmlReady);
     connect(parser.get(), &XMLParseEngine2::input_wanted_again, this, &APIQt::slot_readyRead);
-    connect(socket, &QTcpSocket::connected, this, &APIQt::connected);
-    connect(socket, &QTcpSocket::disconnected, this, &APIQt::disconnected);
-    connect(socket, &QTcpSocket::stateChanged, this, &APIQt::stateChanged);
 }
 
 APIQt::~APIQt()
@@ -124,6 +120,36 @@ bool APIQt::parse_intercept(XMLTree const &)
     return false;
 }
 
+QAbstractSocket::SocketState APIQt::socket_state() const
+{
+    return socket->state();
+}
+
+void APIQt::disconnect_socket_receivers()
+{
+    socket->disconnect();
+    connect_socket();
+}
+
+unsigned int APIQt::stream_of_message() const
+{
+    return impl->stream_of_message();
+}
+
+unsigned int APIQt::present_stream() const
+{
+    return impl->present_stream();
+}
+
+void APIQt::connect_socket()
+{
+    connect(socket, &QTcpSocket::stateChanged, this, &APIQt::slot_stateChanged);
+    connect(socket, &QTcpSocket::readyRead, this, &APIQt::slot_readyRead);
+    connect(socket, &QTcpSocket::connected, this, &APIQt::connected);
+    connect(socket, &QTcpSocket::disconnected, this, &APIQt::disconnected);
+    connect(socket, &QTcpSocket::stateChanged, this, &APIQt::stateChanged);
+}
+
 void APIQt::slot_stateChanged(QAbstractSocket::SocketState state)
 {
     if (state == QAbstractSocket::ConnectedState)
@@ -158,13 +184,15 @@ void APIQt::slot_xmlReady()
     disconnect_from_server();
 }
 
-/// Nothing of the stream before reaches a caller behind this.
+/// Nothing of the stream before reaches a caller behind this. The number goes first: a message that
+/// another thread has begun under the old one is lost, and so its command must be among those that
+/// fail here.
 void APIQt::begin_stream()
 {
+    impl->begin_stream();
     fail_all_pending_commands();
     parser->reset();
     impl->reset_input();
-    impl->begin_stream();
 }
 
 } // namespace VCTP3

@@ -58,6 +58,9 @@ protected:
     /// of a message does, and binds the others: what is left of a message when its stream is gone
     /// must be lost, since no stream may begin with it.
     bool belongs_to_stream();
+    /// The stream that the message being written is bound to; call it behind `belongs_to_stream`.
+    unsigned int stream_of_message() const;
+    unsigned int present_stream() const { return streams; }
 
 private:
     class Message;

@@ -115,6 +115,16 @@ protected:
     virtual void do_report_lamp(Side side, bool open);
     virtual void do_report_names(std::list<AString> const &names);
 
+    QAbstractSocket::SocketState socket_state() const;
+    /// Removes every connection of the socket's signals but those of this object.
+    void disconnect_socket_receivers();
+    /// The stream to which the message belongs that `send` was given a part of; call it there, on
+    /// any thread. For a subclass that writes later: what is left of a message when its stream is
+    /// gone must be lost, since no stream may begin with it.
+    unsigned int stream_of_message() const;
+    /// The stream to the server that is the present one, from any thread.
+    unsigned int present_stream() const;
+
 private Q_SLOTS:
     void slot_stateChanged(QAbstractSocket::SocketState state);
     void slot_readyRead();
@@ -123,6 +133,7 @@ private Q_SLOTS:
 private:
     friend class APIQtImpl;
 
+    void connect_socket();
     void begin_stream();
 
     std::unique_ptr<APIQtImpl> impl;

@@ -18,7 +18,9 @@ public:
     }
 
     using API::begin_stream;
+    using API::present_stream;
     using API::send;
+    using API::stream_of_message;
 
 protected:
     void send(void const *data, unsigned long long size) override;
