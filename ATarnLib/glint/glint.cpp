@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ATarnLib/glint/glint.h"
+
+#include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/computer_name.h"
+
+namespace {
+
+constexpr int connect_interval_ms = 200;
+
+} // namespace
+
+Glint::Glint(bool, QObject *parent)
+    : APIQt(parent)
+{
+    setObjectName(QStringLiteral("Glint"));
+    wire();
+}
+
+Glint::Glint(QString const &server, QObject *parent)
+    : Glint(server == VCTP3::getcomputername_qs(), parent)
+{
+    set_server(server);
+}
+
+Glint::~Glint() = default;
+
+void Glint::wire()
+{
+    auto *connect_timer = new ATimer(this);
+    connect(connect_timer, &ATimer::timeout, this, &Glint::stay_connected);
+    connect_timer->start(connect_interval_ms);
+    connect(this, &Glint::indirect_send, this, &Glint::slot_indirect_send, Qt::QueuedConnection);
+    connect(this, &Glint::connected, this, &Glint::slot_connected);
+}
+
+void Glint::set_server(QString const &server)
+{
+    if (server_name_set && server_name == server)
+        return;
+    server_name_set = true;
+    server_name = server;
+    server_address_set = false;
+}
+
+void Glint::set_server(QHostAddress const &server)
+{
+    if (server_address_set && server_address == server)
+        return;
+    if (socket_state() != QAbstractSocket::UnconnectedState)
+        disconnect_socket_receivers();
+    server_address_set = true;
+    server_address = server;
+    server_name_set = false;
+    stay_connected();
+}
+
+void Glint::set_server_localhost()
+{
+    set_server(QHostAddress(QHostAddress::LocalHost));
+    stay_connected();
+}
+
+void Glint::stay_connected()
+{
+    if (socket_state() != QAbstractSocket::UnconnectedState)
+        return;
+    if (server_name_set)
+        connect_to_server(server_name);
+    else if (server_address_set)
+        connect_to_server(server_address);
+}
+
+void Glint::send(void const *data, unsigned long long size)
+{
+    if (!threading) {
+        APIQt::send(data, size);
+        return;
+    }
+    AProtect<std::deque<unsigned int>>::Lock(streams_to_send)->push_back(stream_of_message());
+    Q_EMIT indirect_send(QByteArray(static_cast<char const *>(data), static_cast<qsizetype>(size)));
+}
+
+void Glint::slot_indirect_send(QByteArray const &bytes)
+{
+    {
+        AProtect<std::deque<unsigned int>>::Lock streams(streams_to_send);
+        if (!streams->empty()) {
+            bool const stale = streams->front() != present_stream();
+            streams->pop_front();
+            if (stale)
+                return;
+        }
+    }
+    APIQt::send(bytes.constData(), static_cast<unsigned long long>(bytes.size()));
+}

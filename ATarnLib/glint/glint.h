@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "kestrel/mod/vctp3/tarnlibapi/base/aprotect.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/areference.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
+
+#include <QByteArray>
+#include <array>
+#include <atomic>
+#include <deque>
+
+class LightStoreDBObject;
+class LightStoreManager;
+
+/// One server, and all that an application needs of it: the whole protocol, a connection that
+/// comes back by itself, and every subscription renewed on each connection.
+///
+/// The server is fixed by `set_server`. From then on the hub tries to connect every 200 ms while
+/// there is no connection, without an end and without a growing pause.
+/// Thread: the main one, on which it lives; commands may be sent from any.
+class TARN_EXPORT Glint : public VCTP3::APIQt
+{
+    Q_OBJECT
+
+public:
+    /// How many channels have a counter of those who want list and chase reports. A server has 40:
+    /// from there on a request goes out without a channel's letter, and means nothing to it.
+    static constexpr unsigned int listplay_count = 80;
+
+    /// \a local: whether the server is on this machine, so that its models are shared by all hubs
+    /// of it. Connects to nothing by itself.
+    explicit Glint(bool local, QObject *parent = nullptr);
+    /// The same with the name of the server, which is remembered as by `set_server`; it is local
+    /// when it is the name of this computer.
+    explicit Glint(QString const &server, QObject *parent = nullptr);
+    /// A narrow text would pass for a bool.
+    explicit Glint(char const *server, QObject *parent = nullptr) = delete;
+    ~Glint() override;
+
+    /// The server by name; the one that is set already changes nothing. Starts nothing itself: a
+    /// connection to another server stays until it drops, and the next one goes to this name.
+    void set_server(QString const &server);
+    /// The server by address; the one that is set already changes nothing. Connects at once while
+    /// there is no connection. Otherwise the one there is stays until it drops, but nobody outside
+    /// hears of its socket any more.
+    void set_server(QHostAddress const &server);
+    /// The server on this machine.
+    void set_server_localhost();
+
+    /// Whether what is sent reaches the socket by way of the event loop, as it does from the start
+    /// on. Without it the socket is written at once, and commands belong on the hub's thread.
+    void enable_threading(bool on = true) { threading = on; }
+
+    /// \name Reports for all of the server, on this connection and on each later one
+    /// @{
+    void require_melt_notification();
+    void require_export_notification();
+    /// @}
+
+    /// \name List and chase reports of a channel
+    /// Each request is taken back by one unrequest. A channel counts both kinds together, so the
+    /// one who leaves last unregisters only the kind it leaves. To take back what nobody requested
+    /// changes nothing; a channel from `listplay_count` on is an assertion and changes nothing.
+    /// @{
+    void request_listplay_notification(VCTP3::Channel channel);
+    void request_chaseplay_notification(VCTP3::Channel channel);
+    void unrequest_listplay_notification(VCTP3::Channel channel);
+    void unrequest_chaseplay_notification(VCTP3::Channel channel);
+    /// @}
+
+    /// The database of that name. An assertion, and null, while there is no manager of stores.
+    AReference<LightStoreDBObject> lightstore(QString const &name);
+
+Q_SIGNALS:
+    /// Bytes on their way to the socket.
+    void indirect_send(QByteArray const &bytes);
+
+public Q_SLOTS:
+    void slot_indirect_send(QByteArray const &bytes);
+    /// Renews on a new connection what was wanted on the last one: reports for all of the server,
+    /// list and chase reports, reports of channels.
+    void slot_connected();
+    /// Connects, if a server is set and the socket is unconnected.
+    void stay_connected();
+
+protected:
+    /// Any thread.
+    void send(void const *data, unsigned long long size) override;
+
+private:
+    void wire();
+    void register_listplay(VCTP3::Channel channel);
+    void register_chaseplay(VCTP3::Channel channel);
+    unsigned int *listplay_users(VCTP3::Channel channel);
+    bool leave_listplay(VCTP3::Channel channel);
+    void renew_listplay();
+
+    bool server_name_set = false;
+    QString server_name;
+    bool server_address_set = false;
+    QHostAddress server_address;
+    bool melt_required = false;
+    bool export_required = false;
+    std::array<unsigned int, listplay_count> rq_listplay{};
+    std::atomic<bool> threading{true};
+    /// The stream of each block of bytes that is on its way.
+    AProtect<std::deque<unsigned int>> streams_to_send;
+    LightStoreManager *lightstore_manager = nullptr;
+    unsigned long long connection_count = 0;
+};
