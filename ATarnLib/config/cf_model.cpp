@@ -2,10 +2,9 @@
 #include "ATarnLib/config/cf_model.h"
 
 #include "ATarnLib/config/cf_model_p.h"
+#include "ATarnLib/config/local_model_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 
@@ -13,7 +12,7 @@ using VCTP3::APIQt;
 
 namespace {
 
-std::atomic<CFModel *> local_model{nullptr};
+std::atomic<CFModel *> the_local_model{nullptr};
 
 } // namespace
 
@@ -31,7 +30,7 @@ CFModel::CFModel()
 CFModel::~CFModel()
 {
     CFModel *self = this;
-    local_model.compare_exchange_strong(self, nullptr);
+    the_local_model.compare_exchange_strong(self, nullptr);
     for (auto const &[name, item] : d->items)
         delete item;
 }
@@ -45,16 +44,7 @@ CFModel *CFModel::create(bool local, APIQt *api)
 
 CFModel *CFModel::localhost()
 {
-    CFModel *published = local_model.load();
-    if (published)
-        return published;
-    auto *made = new CFModel;
-    if (QCoreApplication::instance())
-        made->moveToThread(QCoreApplication::instance()->thread());
-    if (local_model.compare_exchange_strong(published, made))
-        return made;
-    delete made;
-    return published;
+    return local_model(&the_local_model, [] { return new CFModel; });
 }
 
 CFItemModel *CFModel::get_item_localhost(QString const &name)
