@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/glint.h"
 
+#include "ATarnLib/glint/glint_audio_levels.h"
+#include "ATarnLib/glint/glint_timecode.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/computer_name.h"
 
@@ -13,6 +15,7 @@ constexpr int connect_interval_ms = 200;
 Glint::Glint(bool, QObject *parent)
     : APIQt(parent)
 {
+    make_workers();
     setObjectName(QStringLiteral("Glint"));
     wire();
 }
@@ -23,7 +26,11 @@ Glint::Glint(QString const &server, QObject *parent)
     set_server(server);
 }
 
-Glint::~Glint() = default;
+Glint::~Glint()
+{
+    delete levels_worker;
+    delete timecode_worker;
+}
 
 void Glint::wire()
 {

@@ -10,6 +10,9 @@
 #include <atomic>
 #include <deque>
 
+class ATimer;
+class GlintAudioLevels;
+class GlintTimecode;
 class LightStoreDBObject;
 class LightStoreManager;
 
@@ -83,12 +86,23 @@ public Q_SLOTS:
     void slot_connected();
     /// Connects, if a server is set and the socket is unconnected.
     void stay_connected();
+    /// \name Delivery of what the workers have decoded
+    /// One channel of each kind at a time, so that other events have their turn in between; the
+    /// rest follows in later passes of the event loop.
+    /// @{
+    void process_timecode();
+    void process_ltc();
+    void process_audio_levels();
+    /// @}
 
 protected:
     /// Any thread.
     void send(void const *data, unsigned long long size) override;
+    /// Takes the reports that come at field rate, for the workers: timecodes, LTC and levels.
+    bool parse_intercept(XMLTree const &message) override;
 
 private:
+    void make_workers();
     void wire();
     void register_listplay(VCTP3::Channel channel);
     void register_chaseplay(VCTP3::Channel channel);
@@ -107,5 +121,10 @@ private:
     /// The stream of each block of bytes that is on its way.
     AProtect<std::deque<unsigned int>> streams_to_send;
     LightStoreManager *lightstore_manager = nullptr;
+    GlintTimecode *timecode_worker = nullptr;
+    GlintAudioLevels *levels_worker = nullptr;
+    ATimer *timecode_timer = nullptr;
+    ATimer *levels_timer = nullptr;
+    /// Of this connection; the workers' results carry it, so that those of an older one fall away.
     unsigned long long connection_count = 0;
 };

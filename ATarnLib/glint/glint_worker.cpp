@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ATarnLib/glint/glint_worker.h"
+
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+
+GlintWorker::GlintWorker()
+{
+    connect(
+        this, &GlintWorker::work_available, this, &GlintWorker::process_work, Qt::QueuedConnection);
+}
+
+void GlintWorker::add_work(unsigned long long connection, XMLTree const &message)
+{
+    bool wake = false;
+    {
+        AProtect<Work>::Lock lock(work);
+        lock->items.push_back({connection, message});
+        wake = !std::exchange(lock->wake_sent, true);
+    }
+    if (wake)
+        Q_EMIT work_available();
+}
+
+unsigned int GlintWorker::work_waiting() const
+{
+    return static_cast<unsigned int>(AProtect<Work>::Lock(work)->items.size());
+}
+
+AString GlintWorker::last_drop_reason() const
+{
+    return *AProtect<AString>::Lock(drop_reason);
+}
+
+void GlintWorker::process_work()
+{
+    while (take_work()) {
+        for (WorkItem const &item : taken)
+            process(item);
+        taken.clear();
+    }
+    publish();
+}
+
+void GlintWorker::end_thread()
+{
+    AThread *const running = thread();
+    running->quit();
+    running->wait();
+}
+
+bool GlintWorker::take_work()
+{
+    AProtect<Work>::Lock lock(work);
+    lock->items.swap(taken);
+    lock->wake_sent = !taken.empty();
+    return !taken.empty();
+}
+
+void GlintWorker::process(WorkItem const &item)
+{
+    XMLTree const &tree = item.message;
+    if (!A_ASSERT_TEXT(tree.has_tag_z("report"), "tree.has_tag_z(\"report\")")
+        || !A_ASSERT_TEXT(tree.count_subnodes() == 1, "tree_nodes.size() == 1"))
+        return;
+    AString error;
+    if (decode(item.connection, *tree.children().begin(), &error))
+        return;
+    A_ASSERT(false);
+    dropped_count.fetch_add(1, std::memory_order_relaxed);
+    *AProtect<AString>::Lock(drop_reason) = error.deep_copy(32);
+}

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "ATarnLib/base/athreaded_object.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/aprotect.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_tree.h"
+
+#include <atomic>
+#include <vector>
+
+/// Decodes reports of one kind on a thread of its own, which a subclass starts when it is made and
+/// ends when it goes. What it makes of them is told by signals of the subclass, once for all the
+/// work that it found.
+/// Thread: `add_work` on the hub's; the slots on its own.
+class TARN_EXPORT GlintWorker : public AThreadedObject
+{
+    Q_OBJECT
+
+public:
+    /// Takes a message that came on the connection of that number.
+    void add_work(unsigned long long connection, XMLTree const &message);
+
+    /// \name From any thread
+    /// @{
+    /// Messages that wait for being decoded.
+    unsigned int work_waiting() const;
+    /// Messages that could not be decoded, and what was wrong with the last one.
+    unsigned long long dropped() const { return dropped_count.load(std::memory_order_relaxed); }
+    AString last_drop_reason() const;
+    /// @}
+
+Q_SIGNALS:
+    /// There is work, after a time without.
+    void work_available();
+
+public Q_SLOTS:
+    /// Decodes all the work there is. A message that cannot be decoded is an assertion, and the
+    /// next one follows.
+    void process_work();
+
+protected:
+    GlintWorker();
+
+    /// Decodes the child of a report that came on that connection. False, and the reason in *error.
+    virtual bool decode(unsigned long long connection, XMLTree const &report, AString *error) = 0;
+    /// Emits the signals that are due.
+    virtual void publish() = 0;
+    /// Ends the thread and waits for that; the first thing in the destructor of a subclass.
+    void end_thread();
+
+private:
+    struct WorkItem
+    {
+        unsigned long long connection;
+        XMLTree message;
+    };
+    struct Work
+    {
+        std::vector<WorkItem> items;
+        bool wake_sent = false; // since the worker took the items last
+    };
+
+    bool take_work();
+    void process(WorkItem const &item);
+
+    AProtect<Work> work;
+    std::vector<WorkItem> taken; // worker; its room goes back and forth
+    std::atomic<unsigned long long> dropped_count{0};
+    AProtect<AString> drop_reason;
+};

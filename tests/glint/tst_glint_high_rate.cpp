@@ -1,0 +1,424 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ATarnLib/glint/glint_audio_levels.h"
+#include "ATarnLib/glint/glint_timecode.h"
+#include "tests/glint/hub_bench.h"
+#include "tests/glint/report_text.h"
+#include "tests/support/assert_log.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using VCTP3::Channel;
+using VCTP3::ChannelReportType;
+using VCTP3::Timecode;
+
+namespace {
+
+/// A hub that can be given messages, and lists what it reports.
+class OpenHub : public Glint
+{
+public:
+    OpenHub()
+        : Glint(false)
+    {
+        using namespace VCTP3;
+        connect(this, &Glint::report_channel_timecode, this,
+            [this](Channel channel, unsigned int position, Timecode const &display,
+                Timecode const &input) {
+                note(QStringLiteral("timecode %1 %2 %3 %4")
+                         .arg(int(channel))
+                         .arg(position)
+                         .arg(display.position)
+                         .arg(input.position));
+            });
+        connect(this, &Glint::report_channel_aux_audio_timecode, this,
+            [this](Channel channel, unsigned int position) {
+                note(QStringLiteral("aux %1 %2").arg(int(channel)).arg(position));
+            });
+        connect(this, &Glint::report_ltc_timecode, this,
+            [this](Timecode const &value) { note(QStringLiteral("ltc %1").arg(value.position)); });
+        connect(this, &Glint::report_channel_peak, this,
+            [this](Channel channel, AString const &levels) {
+                note(QStringLiteral("peak %1 %2").arg(int(channel)).arg(QString(levels)));
+            });
+        connect(this, &Glint::report_channel_aux_audio_peak, this,
+            [this](Channel channel, AString const &levels) {
+                note(QStringLiteral("aux peak %1 %2").arg(int(channel)).arg(QString(levels)));
+            });
+    }
+
+    bool feed(QByteArray const &text) { return parse_intercept(ReportText::parsed(text)); }
+    void note(QString const &text) { heard.append(text); }
+
+    QStringList heard;
+};
+
+/// Waits until a worker has done what it was given before.
+template <typename Worker> void finish(Worker *worker)
+{
+    QMetaObject::invokeMethod(
+        worker, [] {}, Qt::BlockingQueuedConnection);
+}
+
+} // namespace
+
+/// The reports that come at field rate, on their way around the parser.
+class TestGlintHighRate : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void five_kinds_of_report_are_taken_data();
+    void five_kinds_of_report_are_taken();
+    void other_messages_are_left_to_the_parser_data();
+    void other_messages_are_left_to_the_parser();
+    void a_report_overtaken_before_delivery_is_replaced();
+    void channels_are_delivered_in_arrival_order_each_on_its_own_pass();
+    void each_pass_delivers_one_of_each_kind();
+    void results_of_an_older_connection_fall_away();
+    void a_malformed_report_does_not_stop_later_ones_data();
+    void a_malformed_report_does_not_stop_later_ones();
+    void what_is_no_report_is_an_assertion_on_the_worker_data();
+    void what_is_no_report_is_an_assertion_on_the_worker();
+    void the_last_ltc_value_is_delivered_once();
+    void an_ltc_value_of_an_older_connection_is_dropped();
+    void levels_are_held_until_they_are_taken();
+    void levels_of_another_connection_are_not_held();
+    void signals_come_again_after_all_was_taken();
+    void reports_of_a_server_arrive();
+    void a_blocked_loop_catches_up_with_the_newest_alone();
+    void a_hub_may_go_with_work_in_its_queues();
+};
+
+void TestGlintHighRate::five_kinds_of_report_are_taken_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("heard");
+    QTest::newRow("timecode") << ReportText::timecode(3, 17, 100, 200)
+                              << QStringLiteral("timecode 3 17 100 200");
+    QTest::newRow("aux") << ReportText::aux_position(39, 5) << QStringLiteral("aux 39 5");
+    QTest::newRow("ltc") << ReportText::ltc(99) << QStringLiteral("ltc 99");
+    QTest::newRow("peak") << ReportText::peak(0, "1 2 3") << QStringLiteral("peak 0 1 2 3");
+    QTest::newRow("aux peak") << ReportText::aux_peak(1, "9") << QStringLiteral("aux peak 1 9");
+}
+
+void TestGlintHighRate::five_kinds_of_report_are_taken()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, heard);
+    OpenHub hub;
+    QVERIFY(hub.feed(text));
+    QTRY_COMPARE(hub.heard, QStringList(heard));
+}
+
+void TestGlintHighRate::other_messages_are_left_to_the_parser_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QByteArray const peak = "<channel_peak><Channel>A</Channel><LevelsString>1</LevelsString>"
+                            "</channel_peak>";
+    QTest::newRow("status") << ReportText::channel_report(
+        "channel_status", 0, "<ChannelStatus>play</ChannelStatus>");
+    QTest::newRow("two children") << ReportText::report(peak + peak);
+    QTest::newRow("two children, one of them unknown") << ReportText::report(peak + "<more/>");
+    QTest::newRow("no child") << QByteArray("<report/>");
+    QTest::newRow("text") << QByteArray("<report>channel_peak</report>");
+    QTest::newRow("reply") << "<reply>" + peak + "</reply>";
+}
+
+void TestGlintHighRate::other_messages_are_left_to_the_parser()
+{
+    QFETCH(QByteArray, text);
+    OpenHub hub;
+    QVERIFY(!hub.feed(text));
+}
+
+void TestGlintHighRate::a_report_overtaken_before_delivery_is_replaced()
+{
+    GlintTimecode worker;
+    QSignalSpy available(&worker, &GlintTimecode::timecode_available);
+    worker.add_work(1, ReportText::parsed(ReportText::timecode(4, 1)));
+    worker.add_work(1, ReportText::parsed(ReportText::timecode(4, 2)));
+    finish(&worker);
+    QTRY_COMPARE(available.count(), 1);
+    QCOMPARE(worker.overtaken(), 1u);
+    QCOMPARE(worker.waiting(), 1u);
+    GlintTimecodeResult result;
+    QVERIFY(worker.take_timecode(1, &result));
+    QCOMPARE(int(result.channel), 4);
+    QCOMPARE(result.position, 2u);
+    QVERIFY(!worker.take_timecode(1, &result));
+}
+
+void TestGlintHighRate::channels_are_delivered_in_arrival_order_each_on_its_own_pass()
+{
+    OpenHub hub;
+    // What is posted in a delivery runs before the delivery of the next pass.
+    connect(&hub, &Glint::report_channel_timecode, &hub, [&hub] {
+        QMetaObject::invokeMethod(
+            &hub, [&hub] { hub.note(QStringLiteral("turn")); }, Qt::QueuedConnection);
+    });
+    for (int channel : {3, 5, 0})
+        QVERIFY(hub.feed(ReportText::timecode(channel, channel + 10)));
+    QTRY_COMPARE(hub.heard.size(), 6);
+    QCOMPARE(hub.heard,
+        QStringList({QStringLiteral("timecode 3 13 0 0"), QStringLiteral("turn"),
+            QStringLiteral("timecode 5 15 0 0"), QStringLiteral("turn"),
+            QStringLiteral("timecode 0 10 0 0"), QStringLiteral("turn")}));
+}
+
+void TestGlintHighRate::each_pass_delivers_one_of_each_kind()
+{
+    OpenHub hub;
+    for (int channel : {1, 2}) {
+        hub.feed(ReportText::peak(channel, "7"));
+        hub.feed(ReportText::aux_peak(channel, "8"));
+    }
+    connect(&hub, &Glint::report_channel_aux_audio_peak, &hub, [&hub] {
+        QMetaObject::invokeMethod(
+            &hub, [&hub] { hub.note(QStringLiteral("turn")); }, Qt::QueuedConnection);
+    });
+    QTRY_COMPARE(hub.heard.size(), 6);
+    QStringList order = hub.heard;
+    order.removeAll(QStringLiteral("turn"));
+    QCOMPARE(order.filter(QStringLiteral("aux")),
+        QStringList({QStringLiteral("aux peak 1 8"), QStringLiteral("aux peak 2 8")}));
+    QVERIFY(order.indexOf(QStringLiteral("peak 1 7")) < order.indexOf(QStringLiteral("peak 2 7")));
+    QVERIFY(hub.heard.indexOf(QStringLiteral("turn"))
+        < hub.heard.indexOf(QStringLiteral("aux peak 2 8")));
+}
+
+void TestGlintHighRate::results_of_an_older_connection_fall_away()
+{
+    OpenHub hub;
+    for (QByteArray const &text : {ReportText::timecode(1, 1), ReportText::aux_position(1, 1),
+             ReportText::peak(1, "1"), ReportText::aux_peak(1, "1"), ReportText::ltc(1)})
+        QVERIFY(hub.feed(text));
+    hub.slot_connected();
+    for (QByteArray const &text : {ReportText::timecode(2, 2), ReportText::aux_position(2, 2),
+             ReportText::peak(2, "2"), ReportText::aux_peak(2, "2"), ReportText::ltc(2)})
+        QVERIFY(hub.feed(text));
+    QTRY_COMPARE(hub.heard.size(), 5);
+    QCOMPARE(QSet<QString>(hub.heard.begin(), hub.heard.end()),
+        QSet<QString>({QStringLiteral("timecode 2 2 0 0"), QStringLiteral("aux 2 2"),
+            QStringLiteral("peak 2 2"), QStringLiteral("aux peak 2 2"), QStringLiteral("ltc 2")}));
+}
+
+void TestGlintHighRate::a_malformed_report_does_not_stop_later_ones_data()
+{
+    QTest::addColumn<bool>("levels");
+    QTest::addColumn<QByteArray>("bad");
+    QByteArray const record = ReportText::timecode_record(1);
+    QTest::newRow("no channel") << false
+                                << ReportText::report("<channel_timecode><ClipPosition>1"
+                                                      "</ClipPosition></channel_timecode>");
+    QTest::newRow("no position") << false
+                                 << ReportText::channel_report("channel_timecode", 1, QByteArray());
+    QTest::newRow("no display timecode") << false
+                                         << ReportText::channel_report("channel_timecode", 1,
+                                                ReportText::field("ClipPosition", "1"));
+    QTest::newRow("no input timecode") << false
+                                       << ReportText::channel_report("channel_timecode", 1,
+                                              ReportText::field("ClipPosition", "1")
+                                                  + ReportText::field("DisplayTimecode", record));
+    QTest::newRow("unknown channel") << false
+                                     << ReportText::report("<channel_timecode><Channel>AO"
+                                                           "</Channel></channel_timecode>");
+    QTest::newRow("aux without position")
+        << false << ReportText::channel_report("channel_aux_audio_timecode", 1, QByteArray());
+    QTest::newRow("empty ltc") << false << ReportText::report("<ltc_timecode/>");
+    QTest::newRow("not a timecode")
+        << false << ReportText::channel_report("channel_peak", 1, QByteArray());
+    QTest::newRow("no levels") << true
+                               << ReportText::channel_report("channel_peak", 1, QByteArray());
+    QTest::newRow("levels of no channel")
+        << true
+        << ReportText::report(
+               "<channel_aux_audio_peak><LevelsString>1</LevelsString></channel_aux_audio_peak>");
+    QTest::newRow("not levels") << true << ReportText::ltc(1);
+}
+
+void TestGlintHighRate::a_malformed_report_does_not_stop_later_ones()
+{
+    QFETCH(bool, levels);
+    QFETCH(QByteArray, bad);
+    AssertLog asserts;
+    GlintTimecode timecode;
+    GlintAudioLevels audio;
+    GlintWorker *worker = &timecode;
+    if (levels)
+        worker = &audio;
+    worker->add_work(1, ReportText::parsed(bad));
+    worker->add_work(
+        1, ReportText::parsed(levels ? ReportText::peak(1, "5") : ReportText::timecode(1, 5)));
+    finish(worker);
+    QCOMPARE(asserts.take(), QStringList(QStringLiteral("false")));
+    QCOMPARE(worker->dropped(), 1u);
+    QVERIFY(!worker->last_drop_reason().empty());
+    GlintTimecodeResult result;
+    GlintAudioLevelsResult heard;
+    if (levels) {
+        QVERIFY(audio.take_levels(1, &heard));
+        QCOMPARE(QString(heard.levels), QStringLiteral("5"));
+    } else {
+        QVERIFY(timecode.take_timecode(1, &result));
+        QCOMPARE(result.position, 5u);
+    }
+}
+
+void TestGlintHighRate::what_is_no_report_is_an_assertion_on_the_worker_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("assertion");
+    QString const tag = QStringLiteral("tree.has_tag_z(\"report\")");
+    QString const count = QStringLiteral("tree_nodes.size() == 1");
+    QTest::newRow("reply") << QByteArray("<reply><channel_timecode/></reply>") << tag;
+    QTest::newRow("empty") << QByteArray("<report/>") << count;
+    QTest::newRow("two") << QByteArray("<report><ltc_timecode/><ltc_timecode/></report>") << count;
+}
+
+void TestGlintHighRate::what_is_no_report_is_an_assertion_on_the_worker()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, assertion);
+    AssertLog asserts;
+    GlintTimecode worker;
+    worker.add_work(1, ReportText::parsed(text));
+    worker.add_work(1, ReportText::parsed(ReportText::aux_position(2, 3)));
+    finish(&worker);
+    QCOMPARE(asserts.take(), QStringList(assertion));
+    GlintTimecodeResult result;
+    QVERIFY(worker.take_aux_position(1, &result));
+    QCOMPARE(result.position, 3u);
+}
+
+void TestGlintHighRate::the_last_ltc_value_is_delivered_once()
+{
+    GlintTimecode worker;
+    QSignalSpy available(&worker, &GlintTimecode::ltc_available);
+    for (int position : {1, 2, 3})
+        worker.add_work(1, ReportText::parsed(ReportText::ltc(position)));
+    finish(&worker);
+    QTRY_COMPARE(available.count(), 1);
+    Timecode value;
+    QVERIFY(worker.take_ltc(1, &value));
+    QCOMPARE(value.position, 3);
+    QVERIFY(!worker.take_ltc(1, &value));
+    worker.add_work(1, ReportText::parsed(ReportText::ltc(4)));
+    QTRY_COMPARE(available.count(), 2);
+}
+
+void TestGlintHighRate::an_ltc_value_of_an_older_connection_is_dropped()
+{
+    GlintTimecode worker;
+    worker.add_work(1, ReportText::parsed(ReportText::ltc(1)));
+    finish(&worker);
+    Timecode value;
+    QVERIFY(!worker.take_ltc(2, &value));
+    QVERIFY(!worker.take_ltc(1, &value));
+}
+
+void TestGlintHighRate::levels_are_held_until_they_are_taken()
+{
+    GlintAudioLevels worker;
+    for (char const *levels : {"1 50 3", "40 2 3", "7 7 7"})
+        worker.add_work(1, ReportText::parsed(ReportText::peak(2, levels)));
+    worker.add_work(1, ReportText::parsed(ReportText::aux_peak(2, "99")));
+    finish(&worker);
+    GlintAudioLevelsResult result;
+    QVERIFY(worker.take_levels(1, &result));
+    QCOMPARE(QString(result.levels), QStringLiteral("7 7 7"));
+    QCOMPARE(result.hold, (std::array<unsigned int, 16>{40, 50, 7}));
+    QVERIFY(worker.take_aux_levels(1, &result));
+    QCOMPARE(result.hold, (std::array<unsigned int, 16>{99}));
+    worker.add_work(1, ReportText::parsed(ReportText::peak(2, "1 1 1")));
+    finish(&worker);
+    QVERIFY(worker.take_levels(1, &result));
+    QCOMPARE(result.hold, (std::array<unsigned int, 16>{1, 1, 1}));
+}
+
+void TestGlintHighRate::levels_of_another_connection_are_not_held()
+{
+    GlintAudioLevels worker;
+    worker.add_work(1, ReportText::parsed(ReportText::peak(2, "90")));
+    worker.add_work(2, ReportText::parsed(ReportText::peak(2, "10")));
+    finish(&worker);
+    GlintAudioLevelsResult result;
+    QVERIFY(worker.take_levels(2, &result));
+    QCOMPARE(result.hold, (std::array<unsigned int, 16>{10}));
+}
+
+void TestGlintHighRate::signals_come_again_after_all_was_taken()
+{
+    GlintTimecode worker;
+    QSignalSpy available(&worker, &GlintTimecode::timecode_available);
+    GlintTimecodeResult result;
+    for (int round = 1; round <= 3; ++round) {
+        worker.add_work(1, ReportText::parsed(ReportText::timecode(1, round)));
+        QTRY_COMPARE(available.count(), round);
+        worker.add_work(1, ReportText::parsed(ReportText::timecode(2, round)));
+        finish(&worker);
+        QVERIFY(worker.take_timecode(1, &result));
+        QVERIFY(worker.take_timecode(1, &result));
+        QVERIFY(!worker.take_timecode(1, &result));
+    }
+    QCOMPARE(available.count(), 3);
+}
+
+void TestGlintHighRate::reports_of_a_server_arrive()
+{
+    VeskSimOptions options;
+    options.demo = true;
+    HubBench bench(options);
+    QVERIFY(bench.connect());
+    QStringList heard;
+    connect(bench.hub.get(), &Glint::report_channel_timecode, this,
+        [&heard](Channel channel, unsigned int position) {
+            heard.append(QStringLiteral("%1 %2").arg(int(channel)).arg(position));
+        });
+    int peaks = 0;
+    connect(bench.hub.get(), &Glint::report_channel_peak, this, [&peaks] { ++peaks; });
+    bench.hub->cmd_cue_clip(Channel::A, AString::l1("Bank 1/101-01"));
+    bench.hub->cmd_play(Channel::A);
+    bench.hub->cmd_channel_report_register(Channel::A, ChannelReportType::timecode);
+    bench.hub->cmd_channel_report_register(Channel::A, ChannelReportType::peak);
+    QVERIFY(bench.sync());
+    bench.server.advance(25);
+    QString const newest
+        = QStringLiteral("0 %1").arg(bench.server.channel_state(Channel::A).position);
+    QTRY_VERIFY(heard.contains(newest));
+    QVERIFY(newest != QStringLiteral("0 0"));
+    QTRY_VERIFY(peaks > 0);
+}
+
+void TestGlintHighRate::a_blocked_loop_catches_up_with_the_newest_alone()
+{
+    OpenHub hub;
+    // The loop does not run here; the workers do.
+    for (int round = 0; round < 1000; ++round) {
+        for (int channel = 0; channel < 40; ++channel)
+            hub.feed(ReportText::aux_position(channel, round));
+    }
+    int const last = 999;
+    QTRY_VERIFY(hub.heard.contains(QStringLiteral("aux 39 %1").arg(last)));
+    QVERIFY2(hub.heard.size() < 20000, qPrintable(QString::number(hub.heard.size())));
+    for (int channel = 0; channel < 40; ++channel) {
+        QStringList const of_channel = hub.heard.filter(QStringLiteral("aux %1 ").arg(channel));
+        QCOMPARE(of_channel.last(), QStringLiteral("aux %1 %2").arg(channel).arg(last));
+    }
+}
+
+void TestGlintHighRate::a_hub_may_go_with_work_in_its_queues()
+{
+    for (int round = 0; round < 20; ++round) {
+        OpenHub hub;
+        for (int i = 0; i < 100; ++i) {
+            hub.feed(ReportText::timecode(i % 40, i));
+            hub.feed(ReportText::peak(i % 40, "1 2 3"));
+        }
+        if (round % 2)
+            QCoreApplication::processEvents();
+    }
+}
+
+QTEST_GUILESS_MAIN(TestGlintHighRate)
+#include "tst_glint_high_rate.moc"
