@@ -27,9 +27,16 @@ int place(int available, int size, bool at_begin, bool at_end)
     return std::max(0, at_end ? available - size : available / 2 - size / 2);
 }
 
+/// A size that a widget may have, so that sums of sizes stay within the number range.
+QSize possible(QSize size)
+{
+    return size.expandedTo({0, 0}).boundedTo({QWIDGETSIZE_MAX, QWIDGETSIZE_MAX});
+}
+
 QSize margins_size(QMargins margins)
 {
-    return {margins.left() + margins.right(), margins.top() + margins.bottom()};
+    return possible({margins.left(), margins.top()})
+        + possible({margins.right(), margins.bottom()});
 }
 
 } // namespace
@@ -43,7 +50,7 @@ AspectLayout::~AspectLayout() = default;
 
 void AspectLayout::set_aspect(QSize extra, QSize aspect)
 {
-    extra = extra.expandedTo({0, 0});
+    extra = possible(extra);
     aspect = aspect.expandedTo({1, 1});
     if (extra == extra_space && aspect == ratio)
         return;
@@ -63,7 +70,7 @@ void AspectLayout::set_alignment(Qt::Alignment flags)
 QSize AspectLayout::item_size(QSize available) const
 {
     QSize const room
-        = (available - margins_size(contentsMargins()) - extra_space).expandedTo({0, 0});
+        = possible(possible(available) - margins_size(contentsMargins()) - extra_space);
     QSize size = fit(room, ratio);
     if (size.width() < room.width())
         size.setWidth(room.width() + 1);
@@ -111,13 +118,12 @@ void AspectLayout::setGeometry(QRect const &rect)
     QLayout::setGeometry(rect);
     if (!item)
         return;
-    QRect const inside = rect.marginsRemoved(contentsMargins());
     QSize const size = item_size(rect.size());
-    int const x = place(inside.width(), size.width(), alignment_flags.testFlag(Qt::AlignLeft),
+    int const x = place(rect.width(), size.width(), alignment_flags.testFlag(Qt::AlignLeft),
         alignment_flags.testFlag(Qt::AlignRight));
-    int const y = place(inside.height(), size.height(), alignment_flags.testFlag(Qt::AlignTop),
+    int const y = place(rect.height(), size.height(), alignment_flags.testFlag(Qt::AlignTop),
         alignment_flags.testFlag(Qt::AlignBottom));
-    item->setGeometry(QRect(inside.topLeft() + QPoint(x, y), size));
+    item->setGeometry(QRect(rect.topLeft() + QPoint(x, y), size));
 }
 
 QSize AspectLayout::with_margins(QSize size) const

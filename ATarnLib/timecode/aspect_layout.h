@@ -25,8 +25,10 @@ public:
 
     /// \a extra: fixed space beside the picture. \a aspect: the ratio; a side below 1 becomes 1.
     void set_aspect(QSize extra, QSize aspect);
-    /// Where the item stands; the centre of both directions unless set here. As the item is never
-    /// smaller than its room, that is the upper left corner with all flags.
+    /// Where the item stands in the layout's rectangle; in the centre of both directions unless set
+    /// here. As the item is never smaller than its room, the flags share out the margins alone:
+    /// with `Qt::AlignLeft` all of both is on its right. Without margins it is the upper left
+    /// corner with all flags.
     void set_alignment(Qt::Alignment flags);
 
     /// The item's size in a layout of the size \a available, margins included.

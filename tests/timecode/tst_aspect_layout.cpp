@@ -4,6 +4,7 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <climits>
 
 namespace {
 
@@ -52,7 +53,9 @@ private Q_SLOTS:
     void position_follows_the_flags_data();
     void position_follows_the_flags();
     void centre_is_the_default();
-    void margins_take_no_part();
+    void margins_are_shared_out_by_the_flags_data();
+    void margins_are_shared_out_by_the_flags();
+    void margins_of_any_size_leave_a_size();
     void nothing_happens_where_nothing_changes();
     void each_change_lays_out_again();
     void ratio_of_0_becomes_1();
@@ -90,6 +93,18 @@ void TestAspectLayout::size_is_the_fitted_one_after_the_closing_step_data()
         << QSize(160, 90) << QSize(-1, -9) << QSize(16, 9) << QSize(160, 90);
     QTest::newRow("negative ratio")
         << QSize(160, 90) << QSize() << QSize(-16, -9) << QSize(161, 90);
+    // Sizes that no widget has are brought into its range first.
+    constexpr int most = QWIDGETSIZE_MAX;
+    QTest::newRow("more than a widget has")
+        << QSize(INT_MAX, INT_MAX) << QSize() << QSize(16, 9) << QSize(most, most);
+    QTest::newRow("less than nothing")
+        << QSize(INT_MIN, INT_MIN) << QSize() << QSize(16, 9) << QSize(0, 0);
+    QTest::newRow("less than nothing, beside extra")
+        << QSize(INT_MIN, INT_MIN) << QSize(10, 5) << QSize(16, 9) << QSize(10, 5);
+    QTest::newRow("more extra than a widget has")
+        << QSize(160, 90) << QSize(INT_MAX, INT_MAX) << QSize(16, 9) << QSize(most, most);
+    QTest::newRow("least extra") << QSize(160, 90) << QSize(INT_MIN, INT_MIN) << QSize(16, 9)
+                                 << QSize(160, 90);
 }
 
 void TestAspectLayout::size_is_the_fitted_one_after_the_closing_step()
@@ -164,15 +179,53 @@ void TestAspectLayout::centre_is_the_default()
     QCOMPARE(item->placings, placings + 1);
 }
 
-void TestAspectLayout::margins_take_no_part()
+void TestAspectLayout::margins_of_any_size_leave_a_size()
 {
+    AspectLayout layout;
+    layout.set_aspect(QSize(), QSize(1, 1));
+    layout.setContentsMargins(INT_MAX, INT_MAX, INT_MAX, INT_MAX);
+    QCOMPARE(layout.item_size(QSize(INT_MAX, INT_MAX)), QSize(0, 0));
+    QCOMPARE(layout.item_size(QSize(160, 90)), QSize(0, 0));
+    // The toolkit takes negative ones for those of the style.
+    layout.setContentsMargins(INT_MIN, INT_MIN, INT_MIN, INT_MIN);
+    QCOMPARE(layout.item_size(QSize(0, 0)), QSize(0, 0));
+}
+
+void TestAspectLayout::margins_are_shared_out_by_the_flags_data()
+{
+    QTest::addColumn<int>("flags");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QRect>("placed");
+    QSize const exact(164, 96);
+    QTest::newRow("left, top") << int(Qt::AlignLeft | Qt::AlignTop) << exact
+                               << QRect(10, 20, 160, 90);
+    QTest::newRow("right, bottom")
+        << int(Qt::AlignRight | Qt::AlignBottom) << exact << QRect(14, 26, 160, 90);
+    QTest::newRow("centre") << int(Qt::AlignCenter) << exact << QRect(12, 23, 160, 90);
+    QTest::newRow("none: centre") << 0 << exact << QRect(12, 23, 160, 90);
+    QTest::newRow("left") << int(Qt::AlignLeft) << exact << QRect(10, 23, 160, 90);
+    QTest::newRow("bottom") << int(Qt::AlignBottom) << exact << QRect(12, 26, 160, 90);
+    // The pixel that an item gets beyond its room comes out of the margins.
+    QTest::newRow("right, wider") << int(Qt::AlignRight | Qt::AlignTop) << QSize(204, 96)
+                                  << QRect(13, 20, 201, 90);
+    // Half of 205 less half of 202.
+    QTest::newRow("centre, odd") << int(Qt::AlignHCenter | Qt::AlignTop) << QSize(205, 96)
+                                 << QRect(11, 20, 202, 90);
+}
+
+void TestAspectLayout::margins_are_shared_out_by_the_flags()
+{
+    QFETCH(int, flags);
+    QFETCH(QSize, size);
+    QFETCH(QRect, placed);
     AspectLayout layout;
     auto *item = new PlacedItem;
     layout.addItem(item);
     layout.setContentsMargins(1, 2, 3, 4);
     layout.set_aspect(QSize(), QSize(16, 9));
-    layout.setGeometry(QRect(10, 20, 164, 96));
-    QCOMPARE(item->placed, QRect(11, 22, 160, 90));
+    layout.set_alignment(Qt::Alignment(flags));
+    layout.setGeometry(QRect(QPoint(10, 20), size));
+    QCOMPARE(item->placed, placed);
 }
 
 void TestAspectLayout::nothing_happens_where_nothing_changes()
