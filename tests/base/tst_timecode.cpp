@@ -3,6 +3,7 @@
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
+#include "tests/support/shown_timecode.h"
 
 #include <QTest>
 #include <climits>
@@ -12,18 +13,6 @@ namespace {
 Timecode::Rate rate(int n)
 {
     return static_cast<Timecode::Rate>(n);
-}
-
-/// "1+2:3:4:5 F2", by its components.
-QString shown(Timecode const &t)
-{
-    return QStringLiteral("%1+%2:%3:%4:%5 F%6")
-        .arg(t.get_days())
-        .arg(t.get_hours())
-        .arg(t.get_minutes())
-        .arg(t.get_seconds())
-        .arg(t.get_frames())
-        .arg(t.get_f2() ? 2 : 1);
 }
 
 bool shows(Timecode const &t, unsigned int days, unsigned int hours, unsigned int minutes,
@@ -56,6 +45,10 @@ private Q_SLOTS:
     void breakdown_of_each_field_of_a_day();
     void breakdown_in_dropframe_data();
     void breakdown_in_dropframe();
+    void breakdown_of_the_last_count_data();
+    void breakdown_of_the_last_count();
+    void components_give_a_count_data();
+    void components_give_a_count();
     void breakdown_of_each_dropframe_field_of_a_day_data();
     void breakdown_of_each_dropframe_field_of_a_day();
     void rate_3_breaks_down_by_50_though_it_has_48();
@@ -142,7 +135,9 @@ void TestTimecode::made_at_a_rate_outside_it_is_undefined()
     AssertLog log;
     QVERIFY(!Timecode(rate(8), 5).is_defined());
     QVERIFY(Timecode(rate(-1), true, 5) == Timecode());
-    QCOMPARE(log.take().size(), 2);
+    QVERIFY(Timecode(rate(8), 1, 2, 3, 4, false) == Timecode());
+    QVERIFY(Timecode(rate(8), true, 1, 2, 3, 4, false) == Timecode());
+    QCOMPARE(log.take().size(), 4);
 }
 
 void TestTimecode::dropframe_is_kept_only_where_the_rate_has_it()
@@ -210,6 +205,70 @@ void TestTimecode::breakdown_in_dropframe_data()
     row(5, 17982, "0+0:10:0:0 F1");
     row(5, 107892, "0+1:0:0:0 F1");
     row(5, 2589408, "1+0:0:0:0 F1");
+}
+
+void TestTimecode::breakdown_of_the_last_count_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<bool>("dropframe");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("60") << 0 << false << QStringLiteral("828+12:6:28:7 F2");
+    QTest::newRow("59.94 ndf") << 1 << false << QStringLiteral("828+12:6:28:7 F2");
+    QTest::newRow("59.94 df") << 1 << true << QStringLiteral("829+8:0:42:19 F2");
+    QTest::newRow("50") << 2 << false << QStringLiteral("994+4:55:45:22 F2");
+    QTest::newRow("48") << 3 << false << QStringLiteral("994+4:55:45:22 F2");
+    QTest::newRow("30") << 4 << false << QStringLiteral("1657+0:12:56:7 F2");
+    QTest::newRow("29.97 ndf") << 5 << false << QStringLiteral("1657+0:12:56:7 F2");
+    QTest::newRow("29.97 df") << 5 << true << QStringLiteral("1658+16:1:25:6 F2");
+    QTest::newRow("25") << 6 << false << QStringLiteral("1988+9:51:31:10 F1");
+    QTest::newRow("24") << 7 << false << QStringLiteral("2071+6:16:10:7 F2");
+}
+
+void TestTimecode::breakdown_of_the_last_count()
+{
+    QFETCH(int, value);
+    QFETCH(bool, dropframe);
+    QFETCH(QString, expected);
+    QCOMPARE(shown(Timecode(rate(value), dropframe, UINT_MAX)), expected);
+}
+
+void TestTimecode::components_give_a_count_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<bool>("dropframe");
+    QTest::addColumn<bool>("f2");
+    QTest::addColumn<unsigned>("count"); // of 1:12:3:4
+    auto const row = [](int value, bool dropframe, bool f2, unsigned count) {
+        QTest::addRow("%d %s F%d", value, dropframe ? "df" : "ndf", f2 ? 2 : 1)
+            << value << dropframe << f2 << count;
+    };
+    row(0, false, false, 259388);
+    row(0, true, true, 259389);
+    row(1, false, true, 259389);
+    row(1, true, false, 215784 + 35964 + 2 * 3596 + 3 * 60 + 8);
+    row(2, false, true, 216159);
+    row(3, false, false, 172800 + 28800 + 2 * 2880 + 3 * 48 + 8);
+    row(4, false, true, 108000 + 12 * 1800 + 3 * 30 + 9);
+    row(5, false, false, 108000 + 12 * 1800 + 3 * 30 + 8);
+    row(5, true, true, 107892 + 17982 + 2 * 1798 + 3 * 30 + 9);
+    // A frame is two fields at every rate, and a field counts as one.
+    row(6, true, true, 90000 + 12 * 1500 + 3 * 25 + 9);
+    row(7, false, false, 86400 + 12 * 1440 + 3 * 24 + 8);
+}
+
+void TestTimecode::components_give_a_count()
+{
+    QFETCH(int, value);
+    QFETCH(bool, dropframe);
+    QFETCH(bool, f2);
+    QFETCH(unsigned, count);
+    Timecode const t(rate(value), dropframe, 1, 12, 3, 4, f2);
+    QVERIFY(t.is_defined());
+    QCOMPARE(t.get_nfields(), count);
+    QCOMPARE(t.get_dropframe(), dropframe && (value == 1 || value == 5));
+    // Without a flag, dropframe wherever the rate has it.
+    QVERIFY(Timecode(rate(value), 1, 12, 3, 4, f2) == Timecode(rate(value), true, 1, 12, 3, 4, f2));
+    QCOMPARE(Timecode(rate(value), 1, 12, 3, 4, f2).get_dropframe(), value == 1 || value == 5);
 }
 
 void TestTimecode::breakdown_in_dropframe()

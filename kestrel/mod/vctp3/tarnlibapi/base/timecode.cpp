@@ -71,6 +71,20 @@ Timecode::Timecode(Rate new_rate, bool new_dropframe, unsigned int count)
     nfields = count;
 }
 
+Timecode::Timecode(Rate new_rate, unsigned int hours, unsigned int minutes, unsigned int seconds,
+    unsigned int frames, bool f2)
+    : Timecode(new_rate, true, hours, minutes, seconds, frames, f2)
+{
+}
+
+Timecode::Timecode(Rate new_rate, bool new_dropframe, unsigned int hours, unsigned int minutes,
+    unsigned int seconds, unsigned int frames, bool f2)
+    : Timecode(new_rate, new_dropframe, 0u)
+{
+    if (defined)
+        nfields = to_fields(rate, dropframe, f2, hours, minutes, seconds, frames);
+}
+
 unsigned int Timecode::fields_per_second(Rate rate, bool dropframe)
 {
     return row_of(rate, dropframe).second;

@@ -42,6 +42,14 @@ public:
     Timecode(Rate rate, unsigned int nfields);
     /// \a dropframe counts only at 59.94 and 29.97 Hz.
     Timecode(Rate rate, bool dropframe, unsigned int nfields);
+    /// \name From components, as by `to_fields`
+    /// Dropframe and rate as above.
+    /// @{
+    Timecode(Rate rate, unsigned int hours, unsigned int minutes, unsigned int seconds,
+        unsigned int frames, bool f2);
+    Timecode(Rate rate, bool dropframe, unsigned int hours, unsigned int minutes,
+        unsigned int seconds, unsigned int frames, bool f2);
+    /// @}
 
     /// \name How many fields a unit has
     /// \a dropframe counts only at 59.94 and 29.97 Hz. A rate that does not exist is an assertion
