@@ -24,9 +24,9 @@ namespace Corvane {
 ///   frequency that does not have it, the flag stays, minutes are counted as if fields were left
 ///   out, and the text has the separators of non-dropframe.
 /// - The wire's timecode is such a constructor: its dropframe part is kept as passed.
-/// - At 29.97 Hz with dropframe the first minute of each ten lasts two fields too long, as the
-///   offset is that of 59.94 Hz: fields 1800 and 1801 read as second 60 of minute 0, and 1802 reads
-///   as minute 1, second 0, frame 4.
+/// - At 29.97 Hz with dropframe the first minute of each ten lasts two fields too long, and so do
+///   minutes 1 to 8, as the offset is that of 59.94 Hz: fields 1800 and 1801 read as second 60 of
+///   minute 0, and 1802 reads as minute 1, second 0, frame 4.
 /// - `fromString` takes a frame as two fields at every frequency, so from 30 Hz down it does not
 ///   read what `toString` wrote.
 /// - Comparison looks at the count alone; an undefined timecode is greater than all others.
@@ -69,7 +69,8 @@ public:
         VCTP3::VideoStandard standard, VCTP3::SmallTimecode const &wire, unsigned int ssm_speed);
     /// @}
     /// Undefined unless \a wire is valid and has a standard and a position. The position counts
-    /// fields of the source; a speed of 0 on the wire gives the undefined timecode.
+    /// fields of the source; a speed of 0 on the wire gives the undefined timecode, and so does a
+    /// \a default_ssm_speed of 0 that is needed, after an assertion.
     ATimecode(VCTP3::Timecode const &wire, unsigned int default_ssm_speed);
 
     /// \name Setting all
@@ -263,8 +264,7 @@ inline AString toString(ATimecode const &timecode, unsigned int parts)
 /// Pieces between ",", ".", ":" and ";", taken from the end: frames, seconds, minutes, hours.
 /// Pieces that lack are 0, more are ignored, and so is all in a piece that is no digit: "1+01" is
 /// 101. A number of more than 32 bits is 0. It is the second field if all separators are ":" or all
-/// are
-/// ";". An invalid \a flag is told by the separators, as `ATimecode::toString` writes them, and
+/// are ";". An invalid \a flag is told by the separators, as `ATimecode::toString` writes them, and
 /// else is the default of the frequency; without a flag it is the default. Frame numbers that
 /// dropframe leaves out are raised to 2. A frame is two fields, also where a field is a frame.
 /// Undefined only for an invalid frequency.

@@ -57,7 +57,9 @@ public:
     /// \a t, or the end of the range that it is beyond; undefined unless `nonzero_range`.
     ATimecode clip_to_range(ATimecode const &t) const;
     /// \a t if `contains24`, else the end that is nearer around the clock, the start if both are as
-    /// near: `get_start24` or `get_last`. Undefined unless `nonzero_range`.
+    /// near: `get_start24` or `get_last`. Of a time beyond the day the distance from the last
+    /// counts with its days, and an undefined one gives the start. Undefined unless
+    /// `nonzero_range`.
     ATimecode clip_to_range24(ATimecode const &t) const;
 
 private:

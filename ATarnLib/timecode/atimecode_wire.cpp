@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/timecode/atimecode.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+
 #include <algorithm>
 
 namespace Corvane {
@@ -48,8 +50,12 @@ ATimecode::ATimecode(
 
 ATimecode::ATimecode(VCTP3::Timecode const &wire, unsigned int default_ssm_speed)
 {
+    if (!wire.valid || !wire.has_std || !wire.has_position)
+        return;
+    if (!wire.has_ssm_speed && !A_ASSERT(default_ssm_speed != 0))
+        return;
     unsigned int const ssm_speed = wire.has_ssm_speed ? wire.ssm_speed : default_ssm_speed;
-    if (!wire.valid || !wire.has_std || !wire.has_position || ssm_speed == 0)
+    if (ssm_speed == 0)
         return;
     VideoFrequency const by_standard = toVideoFrequency(wire.std);
     DropframeFlag const flag

@@ -7,10 +7,11 @@
 namespace Corvane {
 
 /// \name How many fields a unit of timecode has
-/// A minute of dropframe lacks what the two numbers left out stand for; ten minutes and all above
-/// have the field or frames of the tenth minute more. Without a flag, by the default one of the
-/// frequency. For an invalid frequency, and for an invalid flag where the frequency has dropframe,
-/// the figures are those of 59.94 Hz with dropframe, but 0 for a day.
+/// A minute of dropframe lacks the fields of the two frame numbers that it leaves out: 4, or 2
+/// where a field is a frame. The first minute of each ten leaves nothing out, so ten minutes are
+/// ten of these and 4 (2) fields. Without a flag, by the default one of the frequency. For an
+/// invalid frequency, and for an invalid flag where the frequency has dropframe, the figures are
+/// those of 59.94 Hz with dropframe, but 0 for a day.
 /// @{
 TARN_EXPORT unsigned int timecode_fields_per_second(VideoFrequency frequency);
 TARN_EXPORT unsigned int timecode_fields_per_second(VideoFrequency frequency, DropframeFlag flag);

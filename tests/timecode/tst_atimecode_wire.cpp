@@ -45,6 +45,7 @@ VCTP3::Timecode read(QByteArray const &text)
     return t;
 }
 
+constexpr int wire_1080_29_97p = 12;
 constexpr int wire_1080_59_94i = 18;
 constexpr int wire_625_50i = 25;
 
@@ -58,12 +59,14 @@ private Q_SLOTS:
     void needs_its_defined_standard_and_position_parts();
     void position_is_divided_by_the_speed();
     void speed_of_0_on_the_wire_gives_undefined();
+    void default_speed_of_0_is_an_assertion_where_it_is_needed();
     void flag_is_the_dropframe_part_or_the_default();
     void keeps_a_dropframe_part_as_passed();
     void unknown_dropframe_part_gives_undefined();
     void negative_position_counts_as_32_bits();
     void small_timecode_keeps_its_count_whatever_the_speed();
     void small_timecode_takes_its_flag_only_where_there_is_dropframe();
+    void small_timecode_of_each_frequency_takes_its_flag();
     void small_timecode_without_a_position_is_undefined();
     void goes_out_with_standard_position_and_flag();
     void goes_out_empty_while_undefined();
@@ -120,9 +123,22 @@ void TestATimecodeWire::speed_of_0_on_the_wire_gives_undefined()
     VCTP3::Timecode t = wire(wire_625_50i, 301);
     t.set_ssm_speed(0);
     QVERIFY(ATimecode(t, 3).is_undefined());
-    t.has_ssm_speed = false;
     QVERIFY(ATimecode(t, 0).is_undefined());
     // What a server sends is no fault of the caller.
+    QCOMPARE(log.take().size(), 0);
+}
+
+void TestATimecodeWire::default_speed_of_0_is_an_assertion_where_it_is_needed()
+{
+    AssertLog log;
+    VCTP3::Timecode t = wire(wire_625_50i, 301);
+    QVERIFY(ATimecode(t, 0).is_undefined());
+    QCOMPARE(log.take().size(), 1);
+    t.set_ssm_speed(2);
+    QCOMPARE(ATimecode(t, 0).get_nfields(), 150u);
+    t = wire(wire_625_50i, 301);
+    t.valid = false;
+    QVERIFY(ATimecode(t, 0).is_undefined());
     QCOMPARE(log.take().size(), 0);
 }
 
@@ -195,6 +211,24 @@ void TestATimecodeWire::small_timecode_takes_its_flag_only_where_there_is_dropfr
     QVERIFY(ATimecode(VideoFrequency::v50, t, 1).is_ndf());
 }
 
+void TestATimecodeWire::small_timecode_of_each_frequency_takes_its_flag()
+{
+    for (int n = 1; n <= 10; ++n) {
+        bool const dropframe = n == 2 || n == 7;
+        auto const taken = [n](VCTP3::SmallTimecode const &t) {
+            return number(ATimecode(frequency(n), t, 1).get_df());
+        };
+        VCTP3::SmallTimecode t = small(3000);
+        QCOMPARE(taken(t), dropframe ? 1 : 2);
+        t.set_dfflag(wire_flag(0));
+        QCOMPARE(taken(t), dropframe ? 1 : 2);
+        t.set_dfflag(wire_flag(1));
+        QCOMPARE(taken(t), 2);
+        t.set_dfflag(wire_flag(7));
+        QCOMPARE(taken(t), dropframe ? 0 : 2);
+    }
+}
+
 void TestATimecodeWire::small_timecode_without_a_position_is_undefined()
 {
     QVERIFY(ATimecode(VideoFrequency::v50, VCTP3::SmallTimecode(), 1).is_undefined());
@@ -210,6 +244,13 @@ void TestATimecodeWire::goes_out_with_standard_position_and_flag()
     t = ATimecode(VideoFrequency::v50, flag(1), 100, 1).to_vctp3(resolution(6));
     QVERIFY(t == wire(wire_625_50i, 100));
     QVERIFY(!t.has_dfflag);
+    t = ATimecode(VideoFrequency::v29_97, flag(1), 100, 1).to_vctp3(resolution(2));
+    expected = wire(wire_1080_29_97p, 100);
+    expected.set_dfflag(wire_flag(0));
+    QVERIFY(t == expected);
+    t = ATimecode(VideoFrequency::v29_97, flag(2), 100, 1).to_vctp3(resolution(2));
+    expected.set_dfflag(wire_flag(1));
+    QVERIFY(t == expected);
     // 4K at 25 Hz has no word of its own.
     t = ATimecode(VideoFrequency::v25, 100, 1).to_vctp3(resolution(1));
     QCOMPARE(number(t.std), 3);
@@ -279,21 +320,29 @@ void TestATimecodeWire::sony_bytes_are_numbers_with_flags_data()
     QTest::addColumn<int>("value");
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("shown");
-    auto const bytes = [](char const *hex) { return QByteArray::fromHex(hex); };
-    QTest::newRow("50 Hz") << 3 << bytes("01020304") << QStringLiteral("01.02.03.04");
-    QTest::newRow("50 Hz F2") << 3 << bytes("81020304") << QStringLiteral("01:02:03:04");
-    QTest::newRow("50 Hz, no F2 there") << 3 << bytes("01028304") << QStringLiteral("01.02.03.04");
-    QTest::newRow("50 Hz, no dropframe") << 3 << bytes("01020344") << QStringLiteral("01.02.03.04");
-    QTest::newRow("60 Hz F2") << 1 << bytes("01028304") << QStringLiteral("01:02:03:04");
-    QTest::newRow("60 Hz, no F2 there") << 1 << bytes("81020304") << QStringLiteral("01.02.03.04");
-    QTest::newRow("59.94 Hz ndf") << 2 << bytes("01020304") << QStringLiteral("01.02.03.04");
-    QTest::newRow("59.94 Hz df") << 2 << bytes("01020344") << QStringLiteral("01,02,03,04");
-    QTest::newRow("59.94 Hz df F2") << 2 << bytes("01028344") << QStringLiteral("01;02;03;04");
-    QTest::newRow("29.97 Hz df") << 7 << bytes("81020344") << QStringLiteral("01,02,03,04");
+    QTest::addColumn<int>("flag_value");
+    auto const row
+        = [](char const *name, int value, char const *hex, char const *shown, int flag_value) {
+              QTest::newRow(name) << value << QByteArray::fromHex(hex) << QString::fromLatin1(shown)
+                                  << flag_value;
+          };
+    row("50 Hz", 3, "01020304", "01.02.03.04", 2);
+    row("50 Hz F2", 3, "81020304", "01:02:03:04", 2);
+    row("50 Hz, no F2 there", 3, "01028304", "01.02.03.04", 2);
+    row("50 Hz, no dropframe", 3, "01020344", "01.02.03.04", 2);
+    row("25 Hz, no dropframe", 8, "01020344", "01.02.03.04", 2);
+    row("60 Hz, no dropframe", 1, "01020344", "01.02.03.04", 2);
+    row("60 Hz F2", 1, "01028304", "01:02:03:04", 2);
+    row("60 Hz, no F2 there", 1, "81020304", "01.02.03.04", 2);
+    row("59.94 Hz ndf", 2, "01020304", "01.02.03.04", 2);
+    row("59.94 Hz df", 2, "01020344", "01,02,03,04", 1);
+    row("59.94 Hz df F2", 2, "01028344", "01;02;03;04", 1);
+    row("29.97 Hz df", 7, "81020344", "01,02,03,04", 1);
+    row("29.97 Hz ndf", 7, "01020304", "01.02.03.04", 2);
     // 0x12 is 18: no decimal digits in pairs.
-    QTest::newRow("as they stand") << 3 << bytes("12101018") << QStringLiteral("18.16.16.24");
+    row("as they stand", 3, "12101018", "18.16.16.24", 2);
     // Of the minutes all bits count, of the frames all but the flag: 128 of each.
-    QTest::newRow("high bits") << 3 << bytes("00800080") << QStringLiteral("02.08.05.03");
+    row("high bits", 3, "00800080", "02.08.05.03", 2);
 }
 
 void TestATimecodeWire::sony_bytes_are_numbers_with_flags()
@@ -301,9 +350,12 @@ void TestATimecodeWire::sony_bytes_are_numbers_with_flags()
     QFETCH(int, value);
     QFETCH(QByteArray, bytes);
     QFETCH(QString, shown);
+    QFETCH(int, flag_value);
     unsigned char four[4];
     std::copy(bytes.begin(), bytes.end(), four);
-    QCOMPARE(ATimecode::from_sony(frequency(value), four).toString(4), AString(shown));
+    ATimecode const t = ATimecode::from_sony(frequency(value), four);
+    QCOMPARE(t.toString(4), AString(shown));
+    QCOMPARE(number(t.get_df()), flag_value);
 }
 
 void TestATimecodeWire::tc64_digits_are_joined_to_bytes_data()
@@ -311,17 +363,21 @@ void TestATimecodeWire::tc64_digits_are_joined_to_bytes_data()
     QTest::addColumn<int>("value");
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("shown");
-    auto const bytes = [](char const *hex) { return QByteArray::fromHex(hex); };
-    QTest::newRow("units") << 3 << bytes("0100020003000400") << QStringLiteral("01.02.03.04");
-    QTest::newRow("tens weigh 16")
-        << 3 << bytes("0201000100010801") << QStringLiteral("18.16.16.24");
-    QTest::newRow("high halves do not count")
-        << 3 << bytes("f1f0f2f0f3f0f4f0") << QStringLiteral("01.02.03.04");
-    QTest::newRow("50 Hz F2") << 3 << bytes("0108020003000400") << QStringLiteral("01:02:03:04");
-    QTest::newRow("60 Hz F2") << 1 << bytes("0100020003080400") << QStringLiteral("01:02:03:04");
-    QTest::newRow("59.94 Hz df") << 2 << bytes("0100020003000404") << QStringLiteral("01,02,03,04");
-    QTest::newRow("59.94 Hz ndf") << 2 << bytes("0100020003000400")
-                                  << QStringLiteral("01.02.03.04");
+    QTest::addColumn<int>("flag_value");
+    auto const row
+        = [](char const *name, int value, char const *hex, char const *shown, int flag_value) {
+              QTest::newRow(name) << value << QByteArray::fromHex(hex) << QString::fromLatin1(shown)
+                                  << flag_value;
+          };
+    row("units", 3, "0100020003000400", "01.02.03.04", 2);
+    row("tens weigh 16", 3, "0201000100010801", "18.16.16.24", 2);
+    row("high halves do not count", 3, "f1f0f2f0f3f0f4f0", "01.02.03.04", 2);
+    row("50 Hz F2", 3, "0108020003000400", "01:02:03:04", 2);
+    row("60 Hz F2", 1, "0100020003080400", "01:02:03:04", 2);
+    row("59.94 Hz df", 2, "0100020003000404", "01,02,03,04", 1);
+    row("59.94 Hz ndf", 2, "0100020003000400", "01.02.03.04", 2);
+    row("50 Hz, no dropframe", 3, "0100020003000404", "01.02.03.04", 2);
+    row("25 Hz, no dropframe", 8, "0100020003000404", "01.02.03.04", 2);
 }
 
 void TestATimecodeWire::tc64_digits_are_joined_to_bytes()
@@ -329,9 +385,12 @@ void TestATimecodeWire::tc64_digits_are_joined_to_bytes()
     QFETCH(int, value);
     QFETCH(QByteArray, bytes);
     QFETCH(QString, shown);
+    QFETCH(int, flag_value);
     unsigned char eight[8];
     std::copy(bytes.begin(), bytes.end(), eight);
-    QCOMPARE(ATimecode::from_tc64(frequency(value), eight).toString(4), AString(shown));
+    ATimecode const t = ATimecode::from_tc64(frequency(value), eight);
+    QCOMPARE(t.toString(4), AString(shown));
+    QCOMPARE(number(t.get_df()), flag_value);
 }
 
 void TestATimecodeWire::tc64_of_all_ones_is_undefined()
