@@ -12,20 +12,11 @@ namespace Corvane {
 /// number that is not known beforehand takes several times as long.
 struct ATimecode::BreakDowns
 {
-    static constexpr int flags = static_cast<int>(DropframeFlag::ndf) + 1;
-    static constexpr int size = (static_cast<int>(VideoFrequency::v23_98) + 1) * flags;
-
-    static constexpr int index(VideoFrequency frequency, DropframeFlag flag)
-    {
-        return static_cast<int>(frequency) * flags + static_cast<int>(flag);
-    }
-
     template <int at>
     static void run([[maybe_unused]] unsigned int n, [[maybe_unused]] Parts *parts)
     {
-        constexpr DropframeFlag flag = static_cast<DropframeFlag>(at % flags);
-        constexpr TimecodeRate rate
-            = find_timecode_rate(static_cast<VideoFrequency>(at / flags), flag);
+        constexpr DropframeFlag flag = timecode_rate_flag(at);
+        constexpr TimecodeRate rate = find_timecode_rate(timecode_rate_frequency(at), flag);
         // Without a rate there is nothing to make it of.
         if constexpr (rate.day != 0) {
             // The first minute of ten is longer by what the others leave out.
@@ -54,7 +45,7 @@ struct ATimecode::BreakDowns
     {
         struct Table
         {
-            BreakDown by_index[size];
+            BreakDown by_index[timecode_rate_count];
         };
         return Table{{&run<at>...}};
     }
@@ -63,9 +54,9 @@ struct ATimecode::BreakDowns
 void ATimecode::take_flag(DropframeFlag flag)
 {
     static constexpr auto table
-        = BreakDowns::table(std::make_integer_sequence<int, BreakDowns::size>());
+        = BreakDowns::table(std::make_integer_sequence<int, timecode_rate_count>());
     dfflag = flag;
-    break_down = table.by_index[BreakDowns::index(field_rate, flag)];
+    break_down = table.by_index[timecode_rate_index(field_rate, flag)];
     cache_valid = false;
 }
 

@@ -7,22 +7,16 @@ namespace Corvane {
 
 namespace {
 
-constexpr int frequency_count = static_cast<int>(VideoFrequency::v23_98) + 1;
-constexpr int flag_count = static_cast<int>(DropframeFlag::ndf) + 1;
-
 /// The rates by number, so that a timecode made for each field need not search.
 struct RateIndex
 {
-    TimecodeRate rates[frequency_count][flag_count];
+    TimecodeRate rates[timecode_rate_count];
 
     constexpr RateIndex()
         : rates()
     {
-        for (int frequency = 0; frequency < frequency_count; ++frequency) {
-            for (int flag = 0; flag < flag_count; ++flag)
-                rates[frequency][flag] = find_timecode_rate(
-                    static_cast<VideoFrequency>(frequency), static_cast<DropframeFlag>(flag));
-        }
+        for (int at = 0; at < timecode_rate_count; ++at)
+            rates[at] = find_timecode_rate(timecode_rate_frequency(at), timecode_rate_flag(at));
     }
 };
 
@@ -30,8 +24,9 @@ constexpr RateIndex rate_index;
 
 TimecodeRate const &rate(VideoFrequency frequency, DropframeFlag flag)
 {
-    return rate_index.rates[isValid(frequency) ? static_cast<int>(frequency) : 0]
-                           [isValid(flag) ? static_cast<int>(flag) : 0];
+    return rate_index
+        .rates[timecode_rate_index(isValid(frequency) ? frequency : VideoFrequency::invalid,
+            isValid(flag) ? flag : DropframeFlag::invalid)];
 }
 
 TimecodeRate const &rate(VideoFrequency frequency)

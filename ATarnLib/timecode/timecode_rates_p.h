@@ -40,6 +40,26 @@ constexpr TimecodeRateRow timecode_rates[] = {
     {VideoFrequency::v23_98, any_flag, {24, 1440, 14400, 86400, 2073600, 1}},
 };
 
+/// \name Tables by frequency and flag, with a place for the invalid ones too
+/// @{
+constexpr int timecode_flag_count = static_cast<int>(DropframeFlag::ndf) + 1;
+constexpr int timecode_rate_count
+    = (static_cast<int>(VideoFrequency::v23_98) + 1) * timecode_flag_count;
+
+constexpr int timecode_rate_index(VideoFrequency frequency, DropframeFlag flag)
+{
+    return static_cast<int>(frequency) * timecode_flag_count + static_cast<int>(flag);
+}
+constexpr VideoFrequency timecode_rate_frequency(int index)
+{
+    return static_cast<VideoFrequency>(index / timecode_flag_count);
+}
+constexpr DropframeFlag timecode_rate_flag(int index)
+{
+    return static_cast<DropframeFlag>(index % timecode_flag_count);
+}
+/// @}
+
 /// What an invalid frequency or flag answers.
 constexpr TimecodeRate no_timecode_rate{60, 3596, 35964, 215784, 0, 2};
 

@@ -180,6 +180,9 @@ private Q_SLOTS:
         QTest::newRow("nearer to the last") << 10u << 5u << day / 2 + 11 << 14u;
         QTest::newRow("start is taken into the day") << day + 10 << 5u << 9u << 10u;
         QTest::newRow("last is not") << day - 2 << 5u << 4u << day + 2;
+        QTest::newRow("beyond, a day later") << 10u << 5u << day + 16 << 10u;
+        QTest::newRow("just beyond, at midnight") << day - 5 << 5u << day << day - 1;
+        QTest::newRow("undefined") << 10u << 5u << none << 10u;
         QTest::newRow("nothing") << 10u << 0u << 10u << none;
     }
     void clips_to_the_nearer_end_around_the_clock()
@@ -188,8 +191,9 @@ private Q_SLOTS:
         QFETCH(unsigned, duration);
         QFETCH(unsigned, t);
         QFETCH(unsigned, expected);
-        QCOMPARE(count(range(start, duration).clip_to_range24(fields(t))), expected);
-        QCOMPARE(count(ATimecodeRange(ATimecode(), duration).clip_to_range24(fields(t))), none);
+        ATimecode const time = t == none ? ATimecode() : fields(t);
+        QCOMPARE(count(range(start, duration).clip_to_range24(time)), expected);
+        QCOMPARE(count(ATimecodeRange(ATimecode(), duration).clip_to_range24(time)), none);
     }
 };
 

@@ -212,12 +212,16 @@ void TestATimecodeText::frame_is_read_as_two_fields_at_every_frequency()
 
 void TestATimecodeText::numbers_left_out_are_raised_to_2_data()
 {
+    QTest::addColumn<int>("value");
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("flag_value");
     QTest::addColumn<unsigned>("count");
-    auto const row = [](char const *text, int flag_value, unsigned count) {
-        QTest::addRow("%s, %d", text, flag_value)
-            << QString::fromLatin1(text) << flag_value << count;
+    auto const row_at = [](int value, char const *text, int flag_value, unsigned count) {
+        QTest::addRow("%d: %s, %d", value, text, flag_value)
+            << value << QString::fromLatin1(text) << flag_value << count;
+    };
+    auto const row = [&row_at](char const *text, int flag_value, unsigned count) {
+        row_at(2, text, flag_value, count);
     };
     row("00:01:00:00", 1, 3601);
     row("00,01,00,00", 1, 3600);
@@ -230,14 +234,23 @@ void TestATimecodeText::numbers_left_out_are_raised_to_2_data()
     row("00,11,00,00", 1, 39564);
     row("00,01,00,00", 2, 3600);
     row("00.01.00.01", 2, 3602);
+    row_at(7, "00,01,00,00", 1, 1802);
+    row_at(7, "00,01,00,01", 1, 1802);
+    row_at(7, "00,01,00,03", 1, 1804);
+    row_at(7, "00,10,00,00", 1, 17982);
+    row_at(7, "00,01,00,00", 2, 1800);
+    // Where there is no dropframe it is not what was passed that counts.
+    row_at(8, "00.01.00.00", 1, 1500);
+    row_at(3, "00.01.00.01", 1, 3002);
 }
 
 void TestATimecodeText::numbers_left_out_are_raised_to_2()
 {
+    QFETCH(int, value);
     QFETCH(QString, text);
     QFETCH(int, flag_value);
     QFETCH(unsigned, count);
-    QCOMPARE(fromString(text, frequency(2), flag(flag_value)).get_nfields(), count);
+    QCOMPARE(fromString(text, frequency(value), flag(flag_value)).get_nfields(), count);
 }
 
 void TestATimecodeText::invalid_frequency_gives_undefined()
