@@ -5,7 +5,6 @@
 #include "kestrel/mod/vctp3/tarnlibapi/channelcf/board_config.h"
 #include "kestrel/mod/vctp3/tarnlibapi/channelcf/channel_config_spec.h"
 
-#include <array>
 #include <memory>
 
 namespace ChannelCF {
@@ -53,10 +52,7 @@ public:
     BoardConfigInfo &operator=(BoardConfigInfo const &) = delete;
 
     /// The configuration of that name; null if the board has none.
-    Config const *find_config(ConfigEnum value) const
-    {
-        return isValid(value) ? configs[static_cast<std::size_t>(value)].get() : nullptr;
-    }
+    Config const *find_config(ConfigEnum value) const;
     /// What drives an output of that configuration, both counted from 0 within it.
     AOption<OutputSource> find_source(ConfigEnum value, unsigned int output) const;
 
@@ -69,38 +65,15 @@ protected:
     /// it is left out.
     void add(ConfigEnum value, std::unique_ptr<Config> config, std::size_t walked);
 
+    /// A configuration, laid out for lookups.
+    struct Row;
     /// The configuration of a user channel, and the user channel and output that it starts at.
-    struct Place
-    {
-        Config const *config = nullptr;
-        unsigned int base = 0;
-    };
-    static std::uint64_t angle_count(Place const &place, unsigned int user_channel);
-    static std::uint32_t locate_angle(
-        Place const &place, unsigned int user_channel, unsigned int angle);
-    static std::vector<std::uint32_t> primary_outputs(
-        Place const &place, unsigned int user_channel, bool key);
-    static std::vector<std::uint32_t> all_outputs(
-        Place const &place, unsigned int user_channel, bool key);
-    /// The slot of a user channel; null without a configuration, or beyond its slots.
-    static ConfigChannel const *find_slot(Place const &place, unsigned int user_channel);
+    struct Place;
+    Row const &row_of(ConfigEnum value) const;
 
 private:
-    /// Small, so that the sources of a whole board stay in the processor's cache.
-    struct Source
-    {
-        bool present = false;
-        bool key = false;
-        std::uint8_t channel = 0;
-        std::uint8_t angle = 0;
-    };
-    static constexpr unsigned int max_outputs = 36;
-
-    void add_sources(
-        ConfigEnum value, unsigned int slot, std::vector<std::uint32_t> const &outputs, bool key);
-
-    std::array<std::unique_ptr<Config>, config_enum_count> configs;
-    std::array<std::array<Source, max_outputs>, config_enum_count> output_source{};
+    // By number; the last one is that of all values that name no configuration, and stays empty.
+    std::unique_ptr<Row[]> rows;
 };
 
 /// Boards whose user channels are numbered by outputs, quad after quad.
@@ -123,11 +96,6 @@ public:
 
 private:
     Place find(ChannelConfigSpec const &spec, unsigned int user_channel) const;
-    template <unsigned int width>
-    bool find_wide(ChannelConfigSpec const &spec, unsigned int user_channel, Place *place) const;
-    template <unsigned int width>
-    bool find_output(
-        ChannelConfigSpec const &spec, unsigned int output, AOption<OutputSource> *source) const;
 };
 
 /// Boards of one to three user channels, whose only configuration is the first entry of a spec.
@@ -153,7 +121,7 @@ protected:
     explicit QuinceConfigInfo(std::uint32_t user_channels);
 
 private:
-    Place find(ChannelConfigSpec const &spec) const;
+    Place find(ChannelConfigSpec const &spec, unsigned int user_channel) const;
 
     std::uint32_t user_channels;
 };
