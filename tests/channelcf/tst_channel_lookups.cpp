@@ -277,6 +277,18 @@ private Q_SLOTS:
         }
     }
 
+    void configurations_are_found_by_name()
+    {
+        Config const *config = FindConfig(BoardType::Tamarind, ConfigEnum::ISO3);
+        QVERIFY(config && config->finished);
+        QCOMPARE(config->channels[0].angle_count, std::uint64_t(3));
+        QVERIFY(FindConfig(BoardType::QuinceConfigInfo2, ConfigEnum::ISO3));
+        QVERIFY(!FindConfig(BoardType::QuinceConfigInfo2, ConfigEnum::V));
+        QVERIFY(!FindConfig(BoardType::Tamarind, ConfigEnum::absent));
+        QVERIFY(!FindConfig(BoardType::Tamarind, static_cast<ConfigEnum>(-1)));
+        QVERIFY(!FindConfig(static_cast<BoardType>(0), ConfigEnum::ISO3));
+    }
+
     void channels_have_names()
     {
         AssertLog log;

@@ -20,10 +20,10 @@ struct Boards
 };
 
 /// Null for an unknown board.
-BoardConfigInfo const *find_board(ChannelConfigSpec const &spec)
+BoardConfigInfo const *find_board(BoardType board)
 {
     static Boards const boards;
-    auto const type = static_cast<unsigned int>(spec.board());
+    auto const type = static_cast<unsigned int>(board);
     return type < std::size(boards.by_type) ? boards.by_type[type] : nullptr;
 }
 
@@ -31,20 +31,20 @@ BoardConfigInfo const *find_board(ChannelConfigSpec const &spec)
 
 std::uint64_t AngleCount(ChannelConfigSpec spec, unsigned int user_channel)
 {
-    BoardConfigInfo const *board = find_board(spec);
+    BoardConfigInfo const *board = find_board(spec.board());
     return board ? board->AngleCount(spec, user_channel) : 0;
 }
 
 std::uint32_t LocateAngle(ChannelConfigSpec spec, unsigned int user_channel, unsigned int angle)
 {
-    BoardConfigInfo const *board = find_board(spec);
+    BoardConfigInfo const *board = find_board(spec.board());
     return board ? board->LocateAngle(spec, user_channel, angle) : 0;
 }
 
 std::vector<std::uint32_t> FindPrimaryAngleOutputs(
     ChannelConfigSpec spec, unsigned int user_channel, bool key)
 {
-    BoardConfigInfo const *board = find_board(spec);
+    BoardConfigInfo const *board = find_board(spec.board());
     return board ? board->FindPrimaryAngleOutputs(spec, user_channel, key)
                  : std::vector<std::uint32_t>();
 }
@@ -52,31 +52,37 @@ std::vector<std::uint32_t> FindPrimaryAngleOutputs(
 std::vector<std::uint32_t> FindAllOutputs(
     ChannelConfigSpec spec, unsigned int user_channel, bool key)
 {
-    BoardConfigInfo const *board = find_board(spec);
+    BoardConfigInfo const *board = find_board(spec.board());
     return board ? board->FindAllOutputs(spec, user_channel, key) : std::vector<std::uint32_t>();
 }
 
 bool Is4K(ChannelConfigSpec spec, unsigned int user_channel)
 {
-    BoardConfigInfo const *board = find_board(spec);
+    BoardConfigInfo const *board = find_board(spec.board());
     return board && board->Is4K(spec, user_channel);
 }
 
 AOption<OutputSource> GetOutputSource(ChannelConfigSpec spec, unsigned int output)
 {
-    BoardConfigInfo const *board = find_board(spec);
+    BoardConfigInfo const *board = find_board(spec.board());
     return board ? board->GetOutputSource(spec, output) : AOption<OutputSource>();
 }
 
 std::uint32_t GetMaxUserChannels(ChannelConfigSpec spec)
 {
-    BoardConfigInfo const *board = find_board(spec);
+    BoardConfigInfo const *board = find_board(spec.board());
     return board ? board->GetMaxUserChannels(spec) : 0;
 }
 
 bool IsUserChannel(ChannelConfigSpec spec, unsigned int user_channel)
 {
     return !FindAllOutputs(std::move(spec), user_channel, false).empty();
+}
+
+Config const *FindConfig(BoardType type, ConfigEnum value)
+{
+    BoardConfigInfo const *board = find_board(type);
+    return board ? board->find_config(value) : nullptr;
 }
 
 AString ChannelName(unsigned int user_channel)

@@ -29,6 +29,10 @@ TARN_EXPORT std::uint32_t GetMaxUserChannels(ChannelConfigSpec spec);
 /// Whether it has outputs.
 TARN_EXPORT bool IsUserChannel(ChannelConfigSpec spec, unsigned int user_channel);
 
+/// What a name means on that board; null if it means nothing there. It lives as long as the
+/// process.
+TARN_EXPORT Config const *FindConfig(BoardType board, ConfigEnum value);
+
 /// "A" to "Z" for 0 to 25, "AA" to "AN" for 26 to 39. Above: an assertion, and "????".
 TARN_EXPORT AString ChannelName(unsigned int user_channel);
 
