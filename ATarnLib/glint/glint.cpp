@@ -1,23 +1,38 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/glint.h"
 
+#include "ATarnLib/config/cf_model.h"
 #include "ATarnLib/glint/glint_audio_levels.h"
+#include "ATarnLib/glint/glint_channel_monitor.h"
 #include "ATarnLib/glint/glint_timecode.h"
+#include "ATarnLib/glint/us_model.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/computer_name.h"
 
 namespace {
 
 constexpr int connect_interval_ms = 200;
+/// How long a report may stay registered when its last listener has gone.
+constexpr int disconnect_interval_ms = 10000;
 
 } // namespace
 
-Glint::Glint(bool, QObject *parent)
+Glint::Glint(bool local, QObject *parent)
     : APIQt(parent)
 {
     make_workers();
     setObjectName(QStringLiteral("Glint"));
-    wire();
+    make_models(local);
+
+    auto *connect_timer = new ATimer(this);
+    connect(connect_timer, &ATimer::timeout, this, &Glint::stay_connected);
+    connect_timer->start(connect_interval_ms);
+    connect(this, &Glint::indirect_send, this, &Glint::slot_indirect_send, Qt::QueuedConnection);
+
+    make_monitors();
+    connect_reports();
+    connect(this, &Glint::connected, this, &Glint::slot_connected);
 }
 
 Glint::Glint(QString const &server, QObject *parent)
@@ -32,13 +47,28 @@ Glint::~Glint()
     delete timecode_worker;
 }
 
-void Glint::wire()
+void Glint::make_models(bool local)
 {
-    auto *connect_timer = new ATimer(this);
-    connect(connect_timer, &ATimer::timeout, this, &Glint::stay_connected);
-    connect_timer->start(connect_interval_ms);
-    connect(this, &Glint::indirect_send, this, &Glint::slot_indirect_send, Qt::QueuedConnection);
-    connect(this, &Glint::connected, this, &Glint::slot_connected);
+    cf_model = CFModel::create(local, this);
+    us_model = USModel::create(local, this);
+}
+
+void Glint::make_monitors()
+{
+    auto *disconnect_timer = new ATimer(this);
+    for (unsigned int i = 0; i < channel_count; ++i) {
+        channel_monitors[i] = new GlintChannelMonitor(this, i);
+        connect(disconnect_timer, &ATimer::timeout, channel_monitors[i],
+            &GlintChannelMonitor::process_disconnected_signals);
+    }
+    disconnect_timer->start(disconnect_interval_ms);
+}
+
+GlintChannelMonitor *Glint::get_channel_monitor(unsigned int i) const
+{
+    if (!A_ASSERT_TEXT(i < channel_monitors.size(), "i < channel_monitors.size()"))
+        return channel_monitors[0];
+    return channel_monitors[i];
 }
 
 void Glint::set_server(QString const &server)

@@ -9,12 +9,16 @@
 #include <array>
 #include <atomic>
 #include <deque>
+#include <list>
 
 class ATimer;
+class CFModel;
 class GlintAudioLevels;
+class GlintChannelMonitor;
 class GlintTimecode;
 class LightStoreDBObject;
 class LightStoreManager;
+class USModel;
 
 /// One server, and all that an application needs of it: the whole protocol, a connection that
 /// comes back by itself, and every subscription renewed on each connection.
@@ -30,6 +34,7 @@ public:
     /// How many channels have a counter of those who want list and chase reports. A server has 40:
     /// from there on a request goes out without a channel's letter, and means nothing to it.
     static constexpr unsigned int listplay_count = 80;
+    static constexpr unsigned int channel_count = 40;
 
     /// \a local: whether the server is on this machine, so that its models are shared by all hubs
     /// of it. Connects to nothing by itself.
@@ -72,6 +77,23 @@ public:
     void unrequest_chaseplay_notification(VCTP3::Channel channel);
     /// @}
 
+    /// \name The live state of a channel
+    /// @{
+    /// A number of `channel_count` or above is an assertion and gives the first one.
+    GlintChannelMonitor *get_channel_monitor(unsigned int i) const;
+    /// Null for a channel of `channel_count` or above.
+    GlintChannelMonitor *toMonitor(VCTP3::Channel channel) const
+    {
+        auto const i = static_cast<unsigned int>(channel);
+        return i < channel_count ? channel_monitors[i] : nullptr;
+    }
+    /// @}
+
+    /// The server's configuration.
+    CFModel *get_cf_model() const { return cf_model; }
+    /// The server's user dictionary.
+    USModel *get_us_model() const { return us_model; }
+
     /// The database of that name. An assertion, and null, while there is no manager of stores.
     AReference<LightStoreDBObject> lightstore(QString const &name);
 
@@ -94,6 +116,28 @@ public Q_SLOTS:
     void process_ltc();
     void process_audio_levels();
     /// @}
+    /// \name Reports on their way to the channels' monitors
+    /// A channel of `channel_count` or above is passed over. Levels are the numbers in a text,
+    /// brought to 16.
+    /// @{
+    void got_report_channel_status(
+        VCTP3::Channel channel, VCTP3::ChannelStatus status, AOption<AString> const &clip);
+    void got_report_channel_clipid(VCTP3::Channel channel, AString const &clip);
+    void got_report_channel_speed(VCTP3::Channel channel, int speed);
+    void got_report_channel_timecode(VCTP3::Channel channel, unsigned int position,
+        VCTP3::Timecode const &display, VCTP3::Timecode const &input);
+    void got_report_channel_info(
+        VCTP3::Channel channel, VCTP3::ChannelInformation const &information);
+    void got_report_channel_peak(VCTP3::Channel channel, AString const &levels);
+    void got_report_channel_aux_audio_status(
+        VCTP3::Channel channel, VCTP3::ChannelStatus status, AOption<AString> const &clip);
+    void got_report_channel_aux_audio_clipid(VCTP3::Channel channel, AString const &clip);
+    void got_report_channel_aux_audio_speed(VCTP3::Channel channel, int speed);
+    void got_report_channel_aux_audio_timecode(VCTP3::Channel channel, unsigned int position);
+    void got_report_channel_aux_audio_info(
+        VCTP3::Channel channel, VCTP3::ChannelInformation const &information);
+    void got_report_channel_aux_audio_peak(VCTP3::Channel channel, AString const &levels);
+    /// @}
 
 protected:
     /// Any thread.
@@ -103,7 +147,10 @@ protected:
 
 private:
     void make_workers();
-    void wire();
+    void make_models(bool local);
+    void make_monitors();
+    void connect_reports();
+    std::list<unsigned int> const &level_list(std::array<unsigned int, 16> const &levels);
     void register_listplay(VCTP3::Channel channel);
     void register_chaseplay(VCTP3::Channel channel);
     unsigned int *listplay_users(VCTP3::Channel channel);
@@ -125,6 +172,10 @@ private:
     GlintAudioLevels *levels_worker = nullptr;
     ATimer *timecode_timer = nullptr;
     ATimer *levels_timer = nullptr;
+    std::array<GlintChannelMonitor *, channel_count> channel_monitors{};
     /// Of this connection; the workers' results carry it, so that those of an older one fall away.
     unsigned long long connection_count = 0;
+    CFModel *cf_model = nullptr;
+    USModel *us_model = nullptr;
+    std::list<unsigned int> levels_scratch = std::list<unsigned int>(16);
 };

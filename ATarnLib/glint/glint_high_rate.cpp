@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/glint.h"
 #include "ATarnLib/glint/glint_audio_levels.h"
+#include "ATarnLib/glint/glint_channel_monitor.h"
 #include "ATarnLib/glint/glint_timecode.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/words_p.h"
@@ -90,10 +91,14 @@ void Glint::process_audio_levels()
     if (levels_worker->take_levels(connection_count, &result)) {
         delivered = true;
         do_report_channel_peak(result.channel, result.levels);
+        if (GlintChannelMonitor *monitor = toMonitor(result.channel))
+            monitor->glint_peak_hold(level_list(result.hold));
     }
     if (levels_worker->take_aux_levels(connection_count, &result)) {
         delivered = true;
         do_report_channel_aux_audio_peak(result.channel, result.levels);
+        if (GlintChannelMonitor *monitor = toMonitor(result.channel))
+            monitor->glint_aux_peak_hold(level_list(result.hold));
     }
     if (delivered)
         levels_timer->start();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/glint.h"
 
+#include "ATarnLib/glint/glint_channel_monitor.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
 using VCTP3::Channel;
@@ -59,6 +60,8 @@ void Glint::slot_connected()
     if (export_required)
         cmd_report_register(ReportType::export_);
     renew_listplay();
+    for (GlintChannelMonitor *monitor : channel_monitors)
+        monitor->glint_connected();
 }
 
 /// Those who show lists forget what they were playing, as the server reports it anew.

@@ -2,11 +2,14 @@
 #pragma once
 
 #include "ATarnLib/glint/glint.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
 #include "sim/vesk/vesk_sim.h"
 #include "tests/glint/wire_log.h"
 #include "tests/support/loopback_address.h"
 
+#include <QCoreApplication>
 #include <QTest>
+#include <QTimerEvent>
 #include <memory>
 
 /// A hub and a simulated server on an address of its own, not yet connected.
@@ -41,6 +44,17 @@ struct HubBench
         server.drop_connections();
         return QTest::qWaitFor([this] { return !hub->is_connected(); }, 20000)
             && QTest::qWaitFor([this] { return hub->is_connected(); }, 20000) && sync();
+    }
+
+    /// What happens every ten seconds, now.
+    void ten_seconds_pass()
+    {
+        for (ATimer *timer : hub->findChildren<ATimer *>()) {
+            if (timer->interval() != 10000 || timer->isSingleShot())
+                continue;
+            QTimerEvent event(timer->timerId());
+            QCoreApplication::sendEvent(timer, &event);
+        }
     }
 
     WireLog log;
