@@ -174,8 +174,8 @@ BoardConfigInfo::Place TamarindConfigInfo::find(
     bool const behind_in_two = in_two >= 4;
     bool const behind_in_three = in_three >= 4;
     unsigned int slot = user_channel % 4;
-    slot = three & behind_in_three ? in_three : slot;
-    slot = two & behind_in_two ? in_two : slot;
+    slot = (three & behind_in_three) ? in_three : slot;
+    slot = (two & behind_in_two) ? in_two : slot;
     unsigned int const base = user_channel - slot;
     return {row_of(spec.get_cf(base / 4)), base, slot};
 }
