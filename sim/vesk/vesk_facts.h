@@ -24,7 +24,9 @@ public:
     AString version_path() const;
     VCTP3::CompressionInfo compression(unsigned int field_bytes) const;
     /// From input to output, in fields.
-    unsigned int io_latency() const { return 6; }
+    unsigned int io_latency() const { return latency; }
+    /// Nobody is told.
+    void set_io_latency(unsigned int fields) { latency = fields; }
 
     /// Tenths of a degree Celsius; it wanders a little with time.
     unsigned int temperature() const;
@@ -45,6 +47,7 @@ private:
     VeskFieldClock const *field_clock;
     std::array<AString, 4> pgm_dbkeys;
     unsigned int told_temperature;
+    unsigned int latency = 6;
 };
 
 /// The pictures of a video standard: the rate of its fields or frames and the raster.

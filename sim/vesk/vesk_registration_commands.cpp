@@ -10,9 +10,8 @@ void VeskRegistrationCommands::add(quint64 connection, VCTP3::ReportType group)
 {
     if (!registered.add(group))
         return;
-    AOption<XMLTree> const state = model->group_report(group);
-    if (state)
-        model->reporter->report_to(connection, *state);
+    for (XMLTree const &state : model->group_reports(group))
+        model->reporter->report_to(connection, state);
 }
 
 void VeskRegistrationCommands::add(

@@ -15,6 +15,7 @@ VeskWorld::VeskWorld(VeskReporter *told, VCTP3::VideoStandard standard)
     , lists(told)
     , chases(told)
     , facts(told, &clock)
+    , alerts(told)
 {
     vesk_define_user_settings(&dictionary);
 }
@@ -25,21 +26,25 @@ void VeskWorld::advance_field()
     channels.advance_field();
     clips.advance_field();
     facts.advance_field();
+    alerts.watch_temperature(facts.temperature());
+    alerts.watch_disk(clips.total_disk_space(), clips.available_disk_space());
 }
 
-AOption<XMLTree> VeskWorld::group_report(VCTP3::ReportType group) const
+std::vector<XMLTree> VeskWorld::group_reports(VCTP3::ReportType group) const
 {
     switch (group) {
     case VCTP3::ReportType::disk_space: {
         VCTP3::DiskSpaceChange change;
         change.total_disk_space = clips.total_disk_space();
         change.available_disk_space = clips.available_disk_space();
-        return VeskReports::disk_space_changed(change);
+        return {VeskReports::disk_space_changed(change)};
     }
     case VCTP3::ReportType::temperature:
-        return facts.temperature_report();
+        return {facts.temperature_report()};
     case VCTP3::ReportType::ltc_input:
-        return facts.ltc_report();
+        return {facts.ltc_report()};
+    case VCTP3::ReportType::alerts:
+        return alerts.reports();
     default:
         return {};
     }

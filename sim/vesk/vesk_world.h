@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "sim/vesk/vesk_alerts.h"
 #include "sim/vesk/vesk_channels.h"
 #include "sim/vesk/vesk_clips.h"
 #include "sim/vesk/vesk_configuration.h"
@@ -23,8 +24,9 @@ struct VeskWorld
     VeskWorld &operator=(VeskWorld const &) = delete;
 
     void advance_field();
-    /// What those who register for a group are told at once; none for groups that tell of events.
-    AOption<XMLTree> group_report(VCTP3::ReportType group) const;
+    /// What those who register for a group are told at once; nothing for groups that tell of
+    /// events.
+    std::vector<XMLTree> group_reports(VCTP3::ReportType group) const;
     /// The channel as it stands.
     XMLTree channel_report(VCTP3::Channel channel, VCTP3::ChannelReportType group) const;
     /// Gives up what \a connection alone held: watches, owned keys, stolen channels.
@@ -43,5 +45,6 @@ struct VeskWorld
     VeskLists lists;
     VeskChases chases;
     VeskFacts facts;
+    VeskAlerts alerts;
     VeskLog log;
 };
