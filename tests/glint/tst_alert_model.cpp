@@ -1,0 +1,255 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ATarnLib/glint/alert_model.h"
+#include "sim/vesk/vesk_world.h"
+#include "tests/glint/hub_bench.h"
+#include "tests/support/assert_log.h"
+#include "tests/support/astring_make.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <atomic>
+#include <thread>
+
+using VCTP3::Alert;
+using VCTP3::AlertingLevel;
+
+/// What a server has to say about its health.
+class TestAlertModel : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void an_item_has_no_alert_at_first();
+    void one_name_gives_one_item();
+    void an_empty_name_gives_none();
+    void shows_what_the_server_tells();
+    void equal_alerts_give_one_change();
+    void an_alert_without_a_name_is_dropped();
+    void an_alert_of_another_name_is_an_assertion();
+    void an_alert_on_another_thread_is_an_assertion();
+    void reports_are_taken_on_a_thread_of_its_own();
+    void a_new_name_is_told_once();
+    void several_threads_get_the_same_items();
+    void alerts_stay_without_a_connection();
+    void goes_while_reports_come();
+    void follows_the_servers_temperature();
+};
+
+namespace {
+
+Alert alert(AString const &name, AlertingLevel level)
+{
+    Alert result;
+    result.alert_name = name;
+    result.alerting_level = level;
+    result.alert_name_description = "Description"_a;
+    return result;
+}
+
+/// A connected hub that is registered for alerts, and a model of them.
+struct Bench : HubBench
+{
+    std::unique_ptr<AlertModel> model;
+
+    bool begin()
+    {
+        if (!connect())
+            return false;
+        model = std::make_unique<AlertModel>(hub.get());
+        hub->cmd_report_register(VCTP3::ReportType::alerts);
+        return sync();
+    }
+    void raise(Alert const &what)
+    {
+        server.with_world([&](VeskWorld &world) { world.alerts.set(what); });
+    }
+    /// Returns when the model's thread has taken what has come so far.
+    bool settle()
+    {
+        if (!sync())
+            return false;
+        QMetaObject::invokeMethod(
+            model.get(), [] {}, Qt::BlockingQueuedConnection);
+        return true;
+    }
+    AOption<Alert> held(char const *name) { return model->get(QString::fromLatin1(name))->get(); }
+};
+
+} // namespace
+
+void TestAlertModel::an_item_has_no_alert_at_first()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    AlertItemModel *item = b.model->get(QStringLiteral("fan"));
+    QCOMPARE(item->get_name(), QStringLiteral("fan"));
+    QVERIFY(!item->get().has_value());
+}
+
+void TestAlertModel::one_name_gives_one_item()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    AlertItemModel *item = b.model->get(QStringLiteral("fan"));
+    QCOMPARE(b.model->get(QStringLiteral("fan")), item);
+    QVERIFY(b.model->get(QStringLiteral("Fan")) != item);
+}
+
+void TestAlertModel::an_empty_name_gives_none()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    QVERIFY(b.model->get(QString()) == nullptr);
+    QVERIFY(b.model->names().isEmpty());
+}
+
+void TestAlertModel::shows_what_the_server_tells()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    AlertItemModel *item = b.model->get(QStringLiteral("fan"));
+    QSignalSpy changed(item, &AlertItemModel::changed);
+    b.raise(alert("fan"_a, AlertingLevel::error));
+    QTRY_COMPARE(changed.count(), 1);
+    QCOMPARE(changed.takeFirst(), QVariantList{QStringLiteral("fan")});
+    QVERIFY(item->get() == alert("fan"_a, AlertingLevel::error));
+    b.raise(alert("fan"_a, AlertingLevel::ok));
+    QTRY_COMPARE(changed.count(), 1);
+    QVERIFY(item->get() == alert("fan"_a, AlertingLevel::ok));
+}
+
+void TestAlertModel::equal_alerts_give_one_change()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    QSignalSpy changed(b.model->get(QStringLiteral("fan")), &AlertItemModel::changed);
+    QSignalSpy reports(b.hub.get(), &Glint::report_alert);
+    Q_EMIT b.hub->report_alert(alert("fan"_a, AlertingLevel::warning));
+    Q_EMIT b.hub->report_alert(alert("fan"_a, AlertingLevel::warning));
+    QVERIFY(b.settle());
+    QCOMPARE(reports.count(), 2);
+    QTRY_COMPARE(changed.count(), 1);
+    QVERIFY(b.settle());
+    QCOMPARE(changed.count(), 1);
+}
+
+void TestAlertModel::an_alert_without_a_name_is_dropped()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    AssertLog asserts;
+    Q_EMIT b.hub->report_alert(alert(AString(), AlertingLevel::error));
+    QVERIFY(b.settle());
+    QVERIFY(b.model->names().isEmpty());
+    QCOMPARE(asserts.take(), QStringList());
+}
+
+void TestAlertModel::an_alert_of_another_name_is_an_assertion()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    AlertItemModel *item = b.model->get(QStringLiteral("fan"));
+    AssertLog asserts;
+    QMetaObject::invokeMethod(
+        item, [&] { item->report_alert(alert("power"_a, AlertingLevel::error)); },
+        Qt::BlockingQueuedConnection);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("alert.name == name")});
+    QVERIFY(!item->get().has_value());
+}
+
+void TestAlertModel::an_alert_on_another_thread_is_an_assertion()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    AlertItemModel *item = b.model->get(QStringLiteral("fan"));
+    AssertLog asserts;
+    item->report_alert(alert("fan"_a, AlertingLevel::error));
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("QThread::currentThread() == thread()")});
+    QVERIFY(!item->get().has_value());
+}
+
+void TestAlertModel::reports_are_taken_on_a_thread_of_its_own()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    QVERIFY(b.model->thread() != thread());
+    AlertItemModel *item = b.model->get(QStringLiteral("fan"));
+    QCOMPARE(item->thread(), b.model->thread());
+    std::atomic<QThread *> told_on{nullptr};
+    connect(
+        item, &AlertItemModel::changed, item, [&] { told_on = QThread::currentThread(); },
+        Qt::DirectConnection);
+    b.raise(alert("fan"_a, AlertingLevel::error));
+    QVERIFY(b.settle());
+    QCOMPARE(told_on.load(), b.model->thread());
+}
+
+void TestAlertModel::a_new_name_is_told_once()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    QSignalSpy added(b.model.get(), &AlertModel::added);
+    b.raise(alert("power"_a, AlertingLevel::error));
+    b.raise(alert("fan"_a, AlertingLevel::error));
+    b.raise(alert("fan"_a, AlertingLevel::warning));
+    QVERIFY(b.settle());
+    QTRY_COMPARE(added.count(), 2);
+    b.model->get(QStringLiteral("fan"));
+    QCOMPARE(added.count(), 2);
+    QCOMPARE(b.model->names(), (QStringList{QStringLiteral("fan"), QStringLiteral("power")}));
+}
+
+void TestAlertModel::several_threads_get_the_same_items()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    std::vector<AlertItemModel *> seen[2];
+    std::thread other([&] {
+        for (int i = 0; i < 200; ++i)
+            seen[0].push_back(b.model->get(QString::number(i)));
+    });
+    for (int i = 0; i < 200; ++i)
+        seen[1].push_back(b.model->get(QString::number(i)));
+    other.join();
+    QVERIFY(seen[0] == seen[1]);
+}
+
+void TestAlertModel::alerts_stay_without_a_connection()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    b.raise(alert("fan"_a, AlertingLevel::error));
+    QVERIFY(b.settle());
+    b.server.stop();
+    QTRY_VERIFY(!b.hub->is_connected());
+    QVERIFY(b.held("fan") == alert("fan"_a, AlertingLevel::error));
+}
+
+void TestAlertModel::goes_while_reports_come()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    for (int i = 0; i < 20; ++i) {
+        for (int n = 0; n < 50; ++n)
+            Q_EMIT b.hub->report_alert(alert(AString(QString::number(n)), AlertingLevel::error));
+        b.model = std::make_unique<AlertModel>(b.hub.get());
+    }
+    QVERIFY(b.settle());
+}
+
+void TestAlertModel::follows_the_servers_temperature()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    b.server.advance(60 * 5 * 5);
+    QVERIFY(b.settle());
+    QVERIFY(b.held("temperature").has_value());
+    QCOMPARE(b.held("temperature")->alerting_level, AlertingLevel::warning);
+    b.server.advance(60 * 5 * 9);
+    QVERIFY(b.settle());
+    QCOMPARE(b.held("temperature")->alerting_level, AlertingLevel::ok);
+}
+
+QTEST_GUILESS_MAIN(TestAlertModel)
+#include "tst_alert_model.moc"
