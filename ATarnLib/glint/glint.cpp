@@ -2,6 +2,7 @@
 #include "ATarnLib/glint/glint.h"
 
 #include "ATarnLib/config/cf_model.h"
+#include "ATarnLib/glint/alert_model.h"
 #include "ATarnLib/glint/glint_audio_levels.h"
 #include "ATarnLib/glint/glint_channel_monitor.h"
 #include "ATarnLib/glint/glint_timecode.h"
@@ -45,6 +46,7 @@ Glint::~Glint()
 {
     delete levels_worker;
     delete timecode_worker;
+    delete alert_model;
 }
 
 void Glint::make_models(bool local)

@@ -16,6 +16,7 @@ class CFModel;
 class GlintAudioLevels;
 class GlintChannelMonitor;
 class GlintTimecode;
+class AlertModel;
 class LightStoreDBObject;
 class LightStoreManager;
 class USModel;
@@ -65,6 +66,10 @@ public:
     void require_melt_notification();
     void require_export_notification();
     /// @}
+
+    /// What the server has to say about its health; made at the first call, and from then on
+    /// registered on each connection. Any thread.
+    AlertModel *get_alert_model();
 
     /// \name List and chase reports of a channel
     /// Each request is taken back by one unrequest. A channel counts both kinds together, so the
@@ -168,6 +173,7 @@ private:
     /// The stream of each block of bytes that is on its way.
     AProtect<std::deque<unsigned int>> streams_to_send;
     LightStoreManager *lightstore_manager = nullptr;
+    std::atomic<AlertModel *> alert_model{nullptr};
     GlintTimecode *timecode_worker = nullptr;
     GlintAudioLevels *levels_worker = nullptr;
     ATimer *timecode_timer = nullptr;

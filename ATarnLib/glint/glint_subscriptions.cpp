@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/glint.h"
 
+#include "ATarnLib/glint/alert_model.h"
 #include "ATarnLib/glint/glint_channel_monitor.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
@@ -20,6 +21,23 @@ void Glint::require_export_notification()
     export_required = true;
     if (is_connected())
         cmd_report_register(ReportType::export_);
+}
+
+AlertModel *Glint::get_alert_model()
+{
+    AlertModel *published = alert_model;
+    if (published)
+        return published;
+    auto *const made = new AlertModel(this);
+    if (!alert_model.compare_exchange_strong(published, made)) {
+        delete made;
+        return published;
+    }
+    QMetaObject::invokeMethod(this, [this] {
+        if (is_connected())
+            cmd_report_register(ReportType::alerts);
+    });
+    return made;
 }
 
 void Glint::request_listplay_notification(Channel channel)
@@ -59,6 +77,8 @@ void Glint::slot_connected()
         cmd_report_register(ReportType::melt);
     if (export_required)
         cmd_report_register(ReportType::export_);
+    if (alert_model)
+        cmd_report_register(ReportType::alerts);
     renew_listplay();
     for (GlintChannelMonitor *monitor : channel_monitors)
         monitor->glint_connected();

@@ -20,6 +20,9 @@ class TestAlertModel : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void the_hub_has_one_model_whoever_asks_first();
+    void the_hub_registers_for_alerts_once_somebody_has_asked();
+    void a_model_that_another_thread_asks_for_is_registered();
     void an_item_has_no_alert_at_first();
     void one_name_gives_one_item();
     void an_empty_name_gives_none();
@@ -50,14 +53,13 @@ Alert alert(AString const &name, AlertingLevel level)
 /// A connected hub that is registered for alerts, and a model of them.
 struct Bench : HubBench
 {
-    std::unique_ptr<AlertModel> model;
+    AlertModel *model = nullptr;
 
     bool begin()
     {
         if (!connect())
             return false;
-        model = std::make_unique<AlertModel>(hub.get());
-        hub->cmd_report_register(VCTP3::ReportType::alerts);
+        model = hub->get_alert_model();
         return sync();
     }
     void raise(Alert const &what)
@@ -70,13 +72,54 @@ struct Bench : HubBench
         if (!sync())
             return false;
         QMetaObject::invokeMethod(
-            model.get(), [] {}, Qt::BlockingQueuedConnection);
+            model, [] {}, Qt::BlockingQueuedConnection);
         return true;
     }
     AOption<Alert> held(char const *name) { return model->get(QString::fromLatin1(name))->get(); }
 };
 
 } // namespace
+
+void TestAlertModel::the_hub_has_one_model_whoever_asks_first()
+{
+    for (int round = 0; round < 30; ++round) {
+        Glint hub(false);
+        std::atomic<int> ready{0};
+        AlertModel *seen[2] = {};
+        auto const ask = [&](int who) {
+            for (++ready; ready < 2;) { }
+            seen[who] = hub.get_alert_model();
+        };
+        std::thread other([&] { ask(0); });
+        ask(1);
+        other.join();
+        QVERIFY(seen[0] != nullptr);
+        QCOMPARE(seen[0], seen[1]);
+        QCOMPARE(hub.get_alert_model(), seen[0]);
+    }
+}
+
+void TestAlertModel::the_hub_registers_for_alerts_once_somebody_has_asked()
+{
+    HubBench b;
+    QString const wish = QStringLiteral("report_register alerts");
+    QVERIFY(b.connect());
+    QCOMPARE(b.log.commands(wish).size(), 0);
+    AlertModel *model = b.hub->get_alert_model();
+    QCOMPARE(b.hub->get_alert_model(), model);
+    QVERIFY(b.sync());
+    QCOMPARE(b.log.commands(wish).size(), 1);
+    QVERIFY(b.reconnect());
+    QCOMPARE(b.log.commands(wish).size(), 2);
+}
+
+void TestAlertModel::a_model_that_another_thread_asks_for_is_registered()
+{
+    HubBench b;
+    QVERIFY(b.connect());
+    std::thread([&] { b.hub->get_alert_model(); }).join();
+    QTRY_COMPARE(b.log.commands(QStringLiteral("report_register alerts")).size(), 1);
+}
 
 void TestAlertModel::an_item_has_no_alert_at_first()
 {
@@ -189,7 +232,7 @@ void TestAlertModel::a_new_name_is_told_once()
 {
     Bench b;
     QVERIFY(b.begin());
-    QSignalSpy added(b.model.get(), &AlertModel::added);
+    QSignalSpy added(b.model, &AlertModel::added);
     b.raise(alert("power"_a, AlertingLevel::error));
     b.raise(alert("fan"_a, AlertingLevel::error));
     b.raise(alert("fan"_a, AlertingLevel::warning));
@@ -231,9 +274,9 @@ void TestAlertModel::goes_while_reports_come()
     Bench b;
     QVERIFY(b.begin());
     for (int i = 0; i < 20; ++i) {
+        AlertModel other(b.hub.get());
         for (int n = 0; n < 50; ++n)
             Q_EMIT b.hub->report_alert(alert(AString(QString::number(n)), AlertingLevel::error));
-        b.model = std::make_unique<AlertModel>(b.hub.get());
     }
     QVERIFY(b.settle());
 }
