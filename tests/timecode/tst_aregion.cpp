@@ -339,29 +339,32 @@ void TestARegion::whole_frames_and_fields_stand_at_0()
 
 void TestARegion::intersection_is_the_overlap_data()
 {
-    QTest::addColumn<QRect>("a");
-    QTest::addColumn<QRect>("b");
-    QTest::addColumn<QRect>("overlap");
-    QTest::newRow("corner") << QRect(0, 0, 4, 4) << QRect(2, 3, 4, 4) << QRect(2, 3, 2, 1);
-    QTest::newRow("inside") << QRect(0, 0, 9, 9) << QRect(2, 3, 4, 4) << QRect(2, 3, 4, 4);
-    QTest::newRow("negative") << QRect(-5, -5, 9, 9) << QRect(0, 0, 9, 9) << QRect(0, 0, 4, 4);
-    QTest::newRow("beside") << QRect(3, 3, 4, 4) << QRect(7, 3, 4, 4) << QRect(0, 0, 0, 0);
-    QTest::newRow("below") << QRect(3, 3, 4, 4) << QRect(3, 7, 4, 4) << QRect(0, 0, 0, 0);
-    QTest::newRow("empty") << QRect(3, 3, 4, 4) << QRect(4, 4, 0, 2) << QRect(0, 0, 0, 0);
-    QTest::newRow("far") << QRect(INT_MIN, 0, INT_MAX, 1) << QRect(INT_MAX, 0, 1, 1)
-                         << QRect(0, 0, 0, 0);
+    QTest::addColumn<ARegion>("a");
+    QTest::addColumn<ARegion>("b");
+    QTest::addColumn<ARegion>("overlap");
+    QTest::newRow("corner") << ARegion(0, 0, 4u, 4u) << ARegion(2, 3, 4u, 4u)
+                            << ARegion(2, 3, 2u, 1u);
+    QTest::newRow("inside") << ARegion(0, 0, 9u, 9u) << ARegion(2, 3, 4u, 4u)
+                            << ARegion(2, 3, 4u, 4u);
+    QTest::newRow("negative") << ARegion(-5, -5, 9u, 9u) << ARegion(0, 0, 9u, 9u)
+                              << ARegion(0, 0, 4u, 4u);
+    QTest::newRow("beside") << ARegion(3, 3, 4u, 4u) << ARegion(7, 3, 4u, 4u)
+                            << ARegion(0, 0, 0u, 0u);
+    QTest::newRow("below") << ARegion(3, 3, 4u, 4u) << ARegion(3, 7, 4u, 4u)
+                           << ARegion(0, 0, 0u, 0u);
+    QTest::newRow("empty") << ARegion(3, 3, 4u, 4u) << ARegion(4, 4, 0u, 2u)
+                           << ARegion(0, 0, 0u, 0u);
+    QTest::newRow("far") << ARegion(INT_MIN, 0, unsigned(INT_MAX), 1u)
+                         << ARegion(INT_MAX, 0, 1u, 1u) << ARegion(0, 0, 0u, 0u);
 }
 
 void TestARegion::intersection_is_the_overlap()
 {
-    auto const region = [](QRect const &r) {
-        return ARegion(r.x(), r.y(), unsigned(r.width()), unsigned(r.height()));
-    };
-    QFETCH(QRect, a);
-    QFETCH(QRect, b);
-    QFETCH(QRect, overlap);
-    QCOMPARE(region(a).intersect(region(b)), region(overlap));
-    QCOMPARE(region(b).intersect(region(a)), region(overlap));
+    QFETCH(ARegion, a);
+    QFETCH(ARegion, b);
+    QFETCH(ARegion, overlap);
+    QCOMPARE(a.intersect(b), overlap);
+    QCOMPARE(b.intersect(a), overlap);
 }
 
 void TestARegion::contains_what_the_intersection_equals()
