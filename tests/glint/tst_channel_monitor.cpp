@@ -1,0 +1,437 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ATarnLib/glint/channel_monitor.h"
+#include "tests/glint/hub_bench.h"
+#include "tests/support/assert_log.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using Corvane::ATimecode;
+using VCTP3::Channel;
+using VCTP3::ChannelStatus;
+
+namespace {
+
+/// A signal of the monitor and the report that it needs.
+struct Signal
+{
+    char const *name;
+    char const *report;
+    std::function<QMetaObject::Connection(ChannelMonitor *, QObject *)> connect;
+};
+
+std::vector<Signal> const &signal_table()
+{
+    using Monitor = ChannelMonitor;
+    auto const of = [](auto signal) {
+        return [signal](Monitor *monitor, QObject *receiver) {
+            return QObject::connect(monitor, signal, receiver, [] {});
+        };
+    };
+    static std::vector<Signal> const table = {
+        {"2sig_status(VCTP3::ChannelStatus)", "status", of(&Monitor::sig_status)},
+        {"2sig_clipid(QString)", "clipid", of(&Monitor::sig_clipid)},
+        {"2sig_speed(int)", "speed", of(&Monitor::sig_speed)},
+        {"2sig_timecodes(uint,Corvane::ATimecode,Corvane::ATimecode)", "timecode",
+            of(&Monitor::sig_timecodes)},
+        {"2sig_clip_position(uint)", "timecode", of(&Monitor::sig_clip_position)},
+        {"2sig_channel_information(VCTP3::ChannelInformation)", "info",
+            of(&Monitor::sig_channel_information)},
+        {"2sig_peak(uint)", "peak", of(&Monitor::sig_peak)},
+        {"2sig_aux_status(VCTP3::ChannelStatus)", "aux_audio_status", of(&Monitor::sig_aux_status)},
+        {"2sig_aux_clipid(QString)", "aux_audio_clipid", of(&Monitor::sig_aux_clipid)},
+        {"2sig_aux_speed(int)", "aux_audio_speed", of(&Monitor::sig_aux_speed)},
+        {"2sig_aux_position(uint)", "aux_audio_timecode", of(&Monitor::sig_aux_position)},
+        {"2sig_aux_information(VCTP3::ChannelInformation)", "aux_audio_info",
+            of(&Monitor::sig_aux_information)},
+        {"2sig_aux_peak(uint)", "aux_audio_peak", of(&Monitor::sig_aux_peak)},
+        {"2sig_display_timecode(Corvane::ATimecode)", "timecode",
+            of(&Monitor::sig_display_timecode)},
+        {"2sig_input_timecode(Corvane::ATimecode)", "timecode", of(&Monitor::sig_input_timecode)},
+        {"2sig_playback_mode(AOption<VCTP3::Playback>)", "info", of(&Monitor::sig_playback_mode)},
+    };
+    return table;
+}
+
+QString registered(char const *report)
+{
+    return QStringLiteral("channel_report_register B %1").arg(QString::fromLatin1(report));
+}
+
+QString unregistered(char const *report)
+{
+    return QStringLiteral("channel_report_unregister B %1").arg(QString::fromLatin1(report));
+}
+
+QStringList channel_reports(WireLog const &log)
+{
+    return log.commands(QStringLiteral("channel_report"));
+}
+
+/// A bench with a monitor of channel B.
+struct MonitorBench : HubBench
+{
+    explicit MonitorBench(VeskSimOptions const &options = {})
+        : HubBench(options)
+    {
+        monitor.config(hub.get(), Channel::B);
+    }
+
+    ChannelMonitor monitor;
+};
+
+/// Lists all that a monitor emits.
+std::shared_ptr<QStringList> note_all(ChannelMonitor *monitor)
+{
+    auto const heard = std::make_shared<QStringList>();
+    auto const note = [heard](char const *name, QString const &value) {
+        heard->append(QString::fromLatin1(name) + QLatin1Char(' ') + value);
+    };
+    using M = ChannelMonitor;
+    auto const number = [note](char const *name) {
+        return [=](auto value) { note(name, QString::number(static_cast<long long>(value))); };
+    };
+    auto const timecode = [note](char const *name) {
+        return [=](ATimecode const &value) { note(name, QString(value.toString(4))); };
+    };
+    auto const clip
+        = [note](char const *name) { return [=](QString const &value) { note(name, value); }; };
+    auto const information = [note](char const *name) {
+        return [=](VCTP3::ChannelInformation const &value) {
+            note(name, QString::number(value.cliplength));
+        };
+    };
+    QObject::connect(monitor, &M::sig_status, monitor, number("status"));
+    QObject::connect(monitor, &M::sig_clipid, monitor, clip("clipid"));
+    QObject::connect(monitor, &M::sig_speed, monitor, number("speed"));
+    QObject::connect(monitor, &M::sig_timecodes, monitor,
+        [note](unsigned int position) { note("timecodes", QString::number(position)); });
+    QObject::connect(monitor, &M::sig_clip_position, monitor, number("position"));
+    QObject::connect(monitor, &M::sig_display_timecode, monitor, timecode("display"));
+    QObject::connect(monitor, &M::sig_input_timecode, monitor, timecode("input"));
+    QObject::connect(monitor, &M::sig_channel_information, monitor, information("info"));
+    QObject::connect(
+        monitor, &M::sig_playback_mode, monitor, [note](AOption<VCTP3::Playback> const &mode) {
+            note("mode", mode ? QString::number(int(*mode)) : QStringLiteral("none"));
+        });
+    QObject::connect(monitor, &M::sig_peak, monitor, number("peak"));
+    QObject::connect(monitor, &M::sig_aux_status, monitor, number("aux_status"));
+    QObject::connect(monitor, &M::sig_aux_clipid, monitor, clip("aux_clipid"));
+    QObject::connect(monitor, &M::sig_aux_speed, monitor, number("aux_speed"));
+    QObject::connect(monitor, &M::sig_aux_position, monitor, number("aux_position"));
+    QObject::connect(monitor, &M::sig_aux_information, monitor, information("aux_info"));
+    QObject::connect(monitor, &M::sig_aux_peak, monitor, number("aux_peak"));
+    return heard;
+}
+
+QStringList words(std::initializer_list<char const *> texts)
+{
+    QStringList result;
+    for (char const *text : texts)
+        result.append(QString::fromUtf8(text));
+    return result;
+}
+
+QStringList const defaults = words({"status 1", "clipid ", "speed 0", "timecodes 0", "position 0",
+    "display (invalid)", "input (invalid)", "info 0", "mode none", "peak 0", "aux_status 1",
+    "aux_clipid ", "aux_speed 0", "aux_position 0", "aux_info 0", "aux_peak 0"});
+
+} // namespace
+
+/// A channel as an object of the application.
+class TestChannelMonitor : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void may_be_configured_in_any_order_data();
+    void may_be_configured_in_any_order();
+    void another_channel_is_an_assertion();
+    void another_hub_is_an_assertion();
+    void listening_registers_and_leaving_unregisters_data();
+    void listening_registers_and_leaving_unregisters();
+    void a_report_stays_while_another_of_its_signals_is_listened_to_data();
+    void a_report_stays_while_another_of_its_signals_is_listened_to();
+    void a_connection_registers_in_report_order();
+    void is_registered_when_configured_while_connected();
+    void timecodes_are_emitted_again_while_unconnected();
+    void uses_of_timecode_register_once_and_unregister_nothing();
+    void reports_reach_the_signals();
+    void reports_of_other_channels_are_passed_over();
+    void a_lost_connection_blanks_all();
+    void peaks_are_the_highest_level();
+};
+
+void TestChannelMonitor::may_be_configured_in_any_order_data()
+{
+    QTest::addColumn<int>("order");
+    QTest::newRow("both") << 0;
+    QTest::newRow("hub first") << 1;
+    QTest::newRow("channel first") << 2;
+    QTest::newRow("all twice") << 3;
+}
+
+void TestChannelMonitor::may_be_configured_in_any_order()
+{
+    QFETCH(int, order);
+    HubBench bench;
+    ChannelMonitor monitor;
+    AssertLog asserts;
+    QVERIFY(!monitor.channel_is(Channel::B));
+    if (order == 0) {
+        monitor.config(bench.hub.get(), Channel::B);
+    } else if (order == 1) {
+        monitor.config_api(bench.hub.get());
+        monitor.config_channel(Channel::B);
+    } else {
+        monitor.config_channel(Channel::B);
+        monitor.config_api(bench.hub.get());
+    }
+    if (order == 3)
+        monitor.config(bench.hub.get(), Channel::B);
+    QCOMPARE(asserts.take(), QStringList());
+    QCOMPARE(monitor.objectName(), QStringLiteral("ChannelMonitor1"));
+    QVERIFY(monitor.channel_is(Channel::B));
+    QVERIFY(!monitor.channel_is(Channel::A));
+    connect(&monitor, &ChannelMonitor::sig_speed, this, [] {});
+    QVERIFY(bench.connect());
+    QCOMPARE(channel_reports(bench.log), QStringList(registered("speed")));
+}
+
+void TestChannelMonitor::another_channel_is_an_assertion()
+{
+    ChannelMonitor monitor;
+    AssertLog asserts;
+    monitor.config_channel(Channel::B);
+    monitor.config_channel(Channel::C);
+    QCOMPARE(asserts.take(), QStringList(QStringLiteral("channel.get() == achannel")));
+    QVERIFY(monitor.channel_is(Channel::B));
+}
+
+void TestChannelMonitor::another_hub_is_an_assertion()
+{
+    MonitorBench bench;
+    Glint other(false);
+    AssertLog asserts;
+    bench.monitor.config(&other, Channel::B);
+    QCOMPARE(asserts.take(), QStringList(QStringLiteral("api == 0")));
+}
+
+void TestChannelMonitor::listening_registers_and_leaving_unregisters_data()
+{
+    QTest::addColumn<int>("index");
+    for (std::size_t i = 0; i < signal_table().size(); ++i)
+        QTest::newRow(signal_table()[i].name) << int(i);
+}
+
+void TestChannelMonitor::listening_registers_and_leaving_unregisters()
+{
+    QFETCH(int, index);
+    Signal const &signal = signal_table()[std::size_t(index)];
+    MonitorBench bench;
+    QVERIFY(bench.monitor.metaObject()->indexOfSignal(signal.name + 1) >= 0);
+    QVERIFY(bench.connect());
+    auto const first = signal.connect(&bench.monitor, this);
+    auto const second = signal.connect(&bench.monitor, this);
+    QVERIFY(bench.sync());
+    // Each listener registers, so that the server tells it the present value.
+    QCOMPARE(channel_reports(bench.log),
+        QStringList({registered(signal.report), registered(signal.report)}));
+    bench.log.take();
+    disconnect(first);
+    QVERIFY(bench.sync());
+    QCOMPARE(channel_reports(bench.log), QStringList());
+    disconnect(second);
+    QTRY_COMPARE(channel_reports(bench.log), QStringList(unregistered(signal.report)));
+}
+
+void TestChannelMonitor::a_report_stays_while_another_of_its_signals_is_listened_to_data()
+{
+    QTest::addColumn<QByteArray>("report");
+    QTest::newRow("timecode") << QByteArray("timecode");
+    QTest::newRow("info") << QByteArray("info");
+}
+
+void TestChannelMonitor::a_report_stays_while_another_of_its_signals_is_listened_to()
+{
+    QFETCH(QByteArray, report);
+    MonitorBench bench;
+    QVERIFY(bench.connect());
+    QList<QMetaObject::Connection> connections;
+    for (Signal const &signal : signal_table())
+        if (report == signal.report)
+            connections.append(signal.connect(&bench.monitor, this));
+    QVERIFY(connections.size() >= 2);
+    QVERIFY(bench.sync());
+    while (connections.size() > 1) {
+        disconnect(connections.takeFirst());
+        QVERIFY(bench.sync());
+        QVERIFY(
+            bench.log.registered().contains(QStringLiteral("B ") + QString::fromLatin1(report)));
+    }
+    disconnect(connections.takeFirst());
+    QTRY_VERIFY(
+        !bench.log.registered().contains(QStringLiteral("B ") + QString::fromLatin1(report)));
+}
+
+void TestChannelMonitor::a_connection_registers_in_report_order()
+{
+    MonitorBench bench;
+    for (auto signal = signal_table().rbegin(); signal != signal_table().rend(); ++signal)
+        signal->connect(&bench.monitor, this);
+    QStringList expected;
+    for (int report = 0; report < 12; ++report)
+        expected.append(
+            registered(VCTP3::ChannelReportType_to_string(VCTP3::ChannelReportType(report))
+                           .to_string()
+                           .c_str()));
+    QVERIFY(bench.connect());
+    QCOMPARE(channel_reports(bench.log), expected);
+    bench.log.take();
+    QVERIFY(bench.reconnect());
+    QCOMPARE(channel_reports(bench.log), expected);
+}
+
+void TestChannelMonitor::is_registered_when_configured_while_connected()
+{
+    HubBench bench;
+    QVERIFY(bench.connect());
+    ChannelMonitor monitor;
+    connect(&monitor, &ChannelMonitor::sig_status, this, [] {});
+    monitor.config(bench.hub.get(), Channel::B);
+    QVERIFY(bench.sync());
+    QCOMPARE(channel_reports(bench.log), QStringList(registered("status")));
+}
+
+void TestChannelMonitor::timecodes_are_emitted_again_while_unconnected()
+{
+    MonitorBench bench;
+    bench.monitor.report_channel_timecode(Channel::B, 7, {}, {});
+    QList<unsigned int> positions;
+    int displays = 0;
+    connect(&bench.monitor, &ChannelMonitor::sig_clip_position, this,
+        [&positions](unsigned int position) { positions.append(position); });
+    QCOMPARE(positions, QList<unsigned int>{7});
+    connect(&bench.monitor, &ChannelMonitor::sig_display_timecode, this, [&] { ++displays; });
+    QCOMPARE(displays, 1);
+    QCOMPARE(positions, QList<unsigned int>({7, 7}));
+    // `connected` does so too, should it come without a connection.
+    bench.monitor.connected();
+    QCOMPARE(displays, 2);
+    QCOMPARE(channel_reports(bench.log), QStringList());
+}
+
+void TestChannelMonitor::uses_of_timecode_register_once_and_unregister_nothing()
+{
+    MonitorBench bench;
+    QVERIFY(bench.connect());
+    bench.monitor.timecode_use_add();
+    bench.monitor.timecode_use_add();
+    QVERIFY(bench.sync());
+    QCOMPARE(channel_reports(bench.log), QStringList(registered("timecode")));
+    // A listener that comes and goes does not end the use.
+    disconnect(connect(&bench.monitor, &ChannelMonitor::sig_clip_position, this, [] {}));
+    QVERIFY(bench.sync());
+    QVERIFY(bench.log.registered().contains(QStringLiteral("B timecode")));
+    bench.monitor.timecode_use_remove();
+    bench.monitor.timecode_use_remove();
+    QVERIFY(bench.sync());
+    QVERIFY(bench.log.registered().contains(QStringLiteral("B timecode")));
+    bench.log.take();
+    bench.monitor.timecode_use_add();
+    QVERIFY(bench.sync());
+    QCOMPARE(channel_reports(bench.log), QStringList(registered("timecode")));
+}
+
+void TestChannelMonitor::reports_reach_the_signals()
+{
+    Glint hub(false);
+    ChannelMonitor monitor;
+    monitor.config(&hub, Channel::B);
+    auto const heard = note_all(&monitor);
+    heard->clear();
+    VCTP3::ChannelInformation information;
+    information.set_cliplength(9);
+    information.set_playback(VCTP3::Playback::field);
+    VCTP3::Timecode timecode;
+    timecode.valid = true;
+    timecode.set_std(VCTP3::VideoStandard::v1080_50i);
+    timecode.set_position(50);
+
+    Q_EMIT hub.report_channel_status(Channel::B, ChannelStatus::play, AString::l1("a"));
+    Q_EMIT hub.report_channel_status(Channel::B, ChannelStatus::stop, {});
+    Q_EMIT hub.report_channel_clipid(Channel::B, AString::l1("b"));
+    Q_EMIT hub.report_channel_speed(Channel::B, -65536);
+    Q_EMIT hub.report_channel_timecode(Channel::B, 4, timecode, VCTP3::Timecode());
+    Q_EMIT hub.report_channel_info(Channel::B, information);
+    Q_EMIT hub.report_channel_peak(Channel::B, AString::l1("1 5 2"));
+    Q_EMIT hub.report_channel_aux_audio_status(Channel::B, ChannelStatus::cueing, AString::l1("c"));
+    Q_EMIT hub.report_channel_aux_audio_clipid(Channel::B, AString::l1("d"));
+    Q_EMIT hub.report_channel_aux_audio_speed(Channel::B, 7);
+    Q_EMIT hub.report_channel_aux_audio_timecode(Channel::B, 8);
+    Q_EMIT hub.report_channel_aux_audio_info(Channel::B, information);
+    Q_EMIT hub.report_channel_aux_audio_peak(Channel::B, AString::l1("6"));
+    QCOMPARE(*heard,
+        words({"status 4", "clipid a", "status 3", "clipid b", "speed -65536", "timecodes 4",
+            "position 4", "display 00.00.01.00", "input (invalid)", "info 9", "mode 1", "peak 5",
+            "aux_status 2", "aux_clipid c", "aux_clipid d", "aux_speed 7", "aux_position 8",
+            "aux_info 9", "aux_peak 6"}));
+}
+
+void TestChannelMonitor::reports_of_other_channels_are_passed_over()
+{
+    Glint hub(false);
+    ChannelMonitor monitor;
+    monitor.config_api(&hub);
+    auto const heard = note_all(&monitor);
+    heard->clear();
+    // Without a channel, and then of another one.
+    for (int round = 0; round < 2; ++round) {
+        monitor.report_channel_status(Channel::A, ChannelStatus::play, AString::l1("x"));
+        monitor.report_channel_clipid(Channel::A, AString::l1("x"));
+        monitor.report_channel_speed(Channel::A, 1);
+        monitor.report_channel_timecode(Channel::A, 1, {}, {});
+        monitor.report_channel_info(Channel::A, {});
+        monitor.report_channel_peak(Channel::A, AString::l1("1"));
+        monitor.report_channel_aux_audio_status(Channel::A, ChannelStatus::play, {});
+        monitor.report_channel_aux_audio_clipid(Channel::A, AString::l1("x"));
+        monitor.report_channel_aux_audio_speed(Channel::A, 1);
+        monitor.report_channel_aux_audio_timecode(Channel::A, 1);
+        monitor.report_channel_aux_audio_info(Channel::A, {});
+        monitor.report_channel_aux_audio_peak(Channel::A, AString::l1("1"));
+        QCOMPARE(*heard, QStringList());
+        monitor.config_channel(Channel::B);
+    }
+}
+
+void TestChannelMonitor::a_lost_connection_blanks_all()
+{
+    MonitorBench bench;
+    QVERIFY(bench.connect());
+    auto const heard = note_all(&bench.monitor);
+    QVERIFY(bench.sync());
+    // What the workers decode comes last.
+    QTRY_COMPARE(heard->filter(QStringLiteral("timecodes ")).size(), 1);
+    QTRY_COMPARE(heard->filter(QStringLiteral("aux_position ")).size(), 1);
+    QTRY_COMPARE(heard->filter(QStringLiteral("peak ")).size(), 2);
+    bench.monitor.report_channel_speed(Channel::B, 65536);
+    heard->clear();
+    bench.server.stop();
+    QTRY_COMPARE(*heard, defaults);
+}
+
+void TestChannelMonitor::peaks_are_the_highest_level()
+{
+    Glint hub(false);
+    ChannelMonitor monitor;
+    monitor.config(&hub, Channel::B);
+    QList<unsigned int> heard;
+    connect(&monitor, &ChannelMonitor::sig_peak, this,
+        [&heard](unsigned int level) { heard.append(level); });
+    for (char const *levels : {"3 1 2", "", "x", "4294967295 1"})
+        Q_EMIT hub.report_channel_peak(Channel::B, AString::l1(levels));
+    QCOMPARE(heard, QList<unsigned int>({3, 0, 0, 4294967295u}));
+}
+
+QTEST_GUILESS_MAIN(TestChannelMonitor)
+#include "tst_channel_monitor.moc"
