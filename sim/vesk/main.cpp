@@ -54,6 +54,19 @@ QString standard_names()
     return names.join(QStringLiteral(", "));
 }
 
+QString board_names()
+{
+    return QStringLiteral("hd, uhd, zephyrx");
+}
+
+bool read_board(QString const &name, VeskBoard *board)
+{
+    auto const number = board_names().split(QStringLiteral(", ")).indexOf(name);
+    if (number >= 0)
+        *board = static_cast<VeskBoard>(number);
+    return number >= 0;
+}
+
 /// False, and what is wrong in \a error, for values that do not fit.
 bool read(QCommandLineParser const &parser, Arguments *arguments, QString *error)
 {
@@ -67,6 +80,11 @@ bool read(QCommandLineParser const &parser, Arguments *arguments, QString *error
         || !VeskFieldClock::has_rate(arguments->options.standard)) {
         *error
             = QStringLiteral("'%1' is not one of the standards %2").arg(standard, standard_names());
+        return false;
+    }
+    QString const board = parser.value(QStringLiteral("board"));
+    if (!read_board(board, &arguments->options.board)) {
+        *error = QStringLiteral("'%1' is not one of the boards %2").arg(board, board_names());
         return false;
     }
     if (parser.isSet(QStringLiteral("run-time"))) {
@@ -98,6 +116,9 @@ void add_options(QCommandLineParser *parser)
             QStringLiteral("Run at the video standard NAME (default 1080_59_94i), one of %1.")
                 .arg(standard_names()),
             QStringLiteral("NAME"), QStringLiteral("1080_59_94i")},
+        {QStringLiteral("board"),
+            QStringLiteral("Have the video board NAME (default hd), one of %1.").arg(board_names()),
+            QStringLiteral("NAME"), QStringLiteral("hd")},
         {QStringLiteral("demo"), QStringLiteral("Start with the demo event (the default).")},
         {QStringLiteral("empty"), QStringLiteral("Start without clips, lists and metadata.")},
         {QStringLiteral("run-time"), QStringLiteral("End after so many SECONDS (default: never)."),

@@ -10,7 +10,7 @@
 VeskServer::VeskServer(QHostAddress const &address, VeskSimOptions const &options)
     : listened(address)
     , wanted(options)
-    , served(options.standard)
+    , served(options.standard, options.board)
 {
     if (options.trace)
         served.set_trace([line = options.trace](quint64 number, char way, QByteArray const &text) {
@@ -114,7 +114,7 @@ void VeskServer::restart(VeskState state)
     if (state == VeskState::keep) {
         served.restart();
     } else {
-        served.begin_anew(wanted.standard);
+        served.begin_anew(wanted.standard, wanted.board);
         fill();
     }
     use_timer(wanted.real_time);

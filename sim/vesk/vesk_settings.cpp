@@ -44,22 +44,13 @@ std::vector<AString> standard_names()
     return result;
 }
 
-/// What each quad of the board can be set to; the same for all.
-std::vector<AString> board_names()
+void define_board(VeskSettings *to, VeskBoard board)
 {
-    return texts({"absent", "VVVV", "VKVV", "VVVK", "VKVK", "SSM4", "SSM3", "SSM2", "SSM6", "SSM8",
-        "ISO2", "ISO3", "ISO4", "ISO4_2P_VK", "ISO4_2P_VK_2", "ISO1_2P", "ISO2_2P", "ISO3_2P",
-        "ISO4_2P", "V2V2", "ISO5", "ISO6", "ISO7", "ISO8", "C2_VV", "C2_VK", "C2_ISO2", "C4_VK_VV",
-        "C4_VK_VK", "C4_V_V_VK", "C4_ISO2_ISO2", "C4_ISO2_ISO2_2", "C4_ISO2_VK", "C4_V_V_ISO2",
-        "C4_VK_ISO2"});
-}
-
-void define_board(VeskSettings *to)
-{
-    std::vector<AString> const names = board_names();
-    for (int quad = 0; quad < 8; ++quad)
-        define(to, AString::sprintf("ChannelConfigurationSet%d", quad),
-            AString::l1(quad < 2 ? "VVVV" : "absent"), names, Access::eng, true);
+    VeskBoardFacts const facts = vesk_board_facts(board);
+    for (std::size_t quad = 0; quad < 8; ++quad)
+        define(to, AString::sprintf("ChannelConfigurationSet%d", int(quad)),
+            quad < facts.quads.size() ? facts.quads[quad] : facts.configurations.front(),
+            facts.configurations, Access::eng, true);
 }
 
 void define_video(VeskSettings *to)
@@ -116,10 +107,9 @@ void define_exports(VeskSettings *to)
     }
 }
 
-VeskSettings all_settings()
+VeskSettings common_settings()
 {
     VeskSettings result;
-    define_board(&result);
     define_video(&result);
     define_panels(&result);
     define_router(&result);
@@ -129,17 +119,20 @@ VeskSettings all_settings()
 
 } // namespace
 
-VeskSettings vesk_settings(VCTP3::VideoStandard standard)
+VeskSettings vesk_settings(VCTP3::VideoStandard standard, VeskBoard board)
 {
-    static VeskSettings const usual = all_settings();
-    VeskSettings result = usual;
+    static VeskSettings const common = common_settings();
+    VeskSettings result = common;
+    define_board(&result, board);
     VeskSetting &video = result[AString::l1("VideoStandard")];
     video.boot = video.saved = video.effective = VCTP3::VideoStandard_to_string(standard);
     return result;
 }
 
-void vesk_define_user_settings(VeskDictionary *dictionary)
+void vesk_define_user_settings(VeskDictionary *dictionary, VeskBoard board)
 {
-    dictionary->set(AString::l1("cf.orchard.0.channel_count"), AString::l1("8"));
-    dictionary->set(AString::l1("cf.orchard.type"), AString::l1("tamarind"));
+    VeskBoardFacts const facts = vesk_board_facts(board);
+    dictionary->set(
+        AString::l1("cf.orchard.0.channel_count"), AString::from_uint32_t(facts.channel_count));
+    dictionary->set(AString::l1("cf.orchard.type"), facts.type);
 }

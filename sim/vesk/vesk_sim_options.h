@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/enums.h"
+#include "sim/vesk/vesk_board.h"
 
 #include <QByteArray>
 
@@ -22,6 +23,8 @@ struct VeskSimOptions
 {
     /// One with 50, 59.94 or 60 fields a second.
     VCTP3::VideoStandard standard = VCTP3::VideoStandard::v1080_59_94i;
+    /// What `ChannelConfigurationSet0` to 7 can be set to, and are at first.
+    VeskBoard board = VeskBoard::hd;
     /// Starts with the demo event instead of without clips.
     bool demo = false;
     /// Fields pass by themselves; otherwise only when `VeskSim::advance` says so.

@@ -36,8 +36,8 @@ VeskStation::Client::Client(VeskWorld *world, VeskFaults const *faults)
 {
 }
 
-VeskStation::VeskStation(VCTP3::VideoStandard standard)
-    : kept(std::make_unique<VeskWorld>(reporter(), standard))
+VeskStation::VeskStation(VCTP3::VideoStandard standard, VeskBoard board)
+    : kept(std::make_unique<VeskWorld>(reporter(), standard, board))
 {
 }
 
@@ -164,10 +164,10 @@ void VeskStation::restart()
     send_reports();
 }
 
-void VeskStation::begin_anew(VCTP3::VideoStandard standard)
+void VeskStation::begin_anew(VCTP3::VideoStandard standard, VeskBoard board)
 {
     close_all();
-    kept = std::make_unique<VeskWorld>(reporter(), standard);
+    kept = std::make_unique<VeskWorld>(reporter(), standard, board);
 }
 
 void VeskStation::close_all()

@@ -22,7 +22,7 @@ public:
     /// Gets every message both ways ('<' received, '>' sent) and every line of the log (' ').
     using Trace = std::function<void(quint64 connection, char way, QByteArray const &text)>;
 
-    explicit VeskStation(VCTP3::VideoStandard standard);
+    VeskStation(VCTP3::VideoStandard standard, VeskBoard board);
     ~VeskStation() override;
 
     VeskWorld &world() { return *kept; }
@@ -57,7 +57,7 @@ public:
     /// All connections are closed; the world goes on as after a restart of the machine, or begins
     /// anew without clips.
     void restart();
-    void begin_anew(VCTP3::VideoStandard standard);
+    void begin_anew(VCTP3::VideoStandard standard, VeskBoard board);
 
 private:
     struct Client

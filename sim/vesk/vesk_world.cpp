@@ -4,12 +4,12 @@
 #include "sim/vesk/reports.h"
 #include "sim/vesk/vesk_settings.h"
 
-VeskWorld::VeskWorld(VeskReporter *told, VCTP3::VideoStandard standard)
+VeskWorld::VeskWorld(VeskReporter *told, VCTP3::VideoStandard standard, VeskBoard board)
     : reporter(told)
     , clock(standard)
     , clips(told, &clock)
     , channels(&clips, &clock)
-    , configuration(told, vesk_settings(clock.standard()))
+    , configuration(told, vesk_settings(clock.standard(), board))
     , dictionary(told)
     , metadata(told)
     , lists(told)
@@ -17,7 +17,7 @@ VeskWorld::VeskWorld(VeskReporter *told, VCTP3::VideoStandard standard)
     , facts(told, &clock)
     , alerts(told)
 {
-    vesk_define_user_settings(&dictionary);
+    vesk_define_user_settings(&dictionary, board);
 }
 
 void VeskWorld::advance_field()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sim/vesk/vesk_alerts.h"
+#include "sim/vesk/vesk_board.h"
 #include "sim/vesk/vesk_channels.h"
 #include "sim/vesk/vesk_clips.h"
 #include "sim/vesk/vesk_configuration.h"
@@ -19,7 +20,7 @@
 struct VeskWorld
 {
     /// A server without clips. \a told must outlive the world.
-    VeskWorld(VeskReporter *told, VCTP3::VideoStandard standard);
+    VeskWorld(VeskReporter *told, VCTP3::VideoStandard standard, VeskBoard board);
     VeskWorld(VeskWorld const &) = delete;
     VeskWorld &operator=(VeskWorld const &) = delete;
 

@@ -63,7 +63,7 @@ class ModelBench
 {
 public:
     explicit ModelBench(VCTP3::VideoStandard standard = VCTP3::VideoStandard::v1080_50i)
-        : world(&reports, standard)
+        : world(&reports, standard, VeskBoard::hd)
         , session(&world)
     {
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "kestrel/mod/vctp3/tarnlibapi/channelcf/config_enum.h"
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
 #include "tests/support/wire_peer.h"
@@ -15,6 +16,9 @@ private Q_SLOTS:
     void tells_one_item_with_all_its_fields();
     void knows_the_items_that_models_look_for_data();
     void knows_the_items_that_models_look_for();
+    void has_the_configurations_of_its_board_data();
+    void has_the_configurations_of_its_board();
+    void has_every_configuration_on_one_board();
     void refuses_an_unknown_name();
     void refuses_a_value_that_is_not_allowed();
     void takes_any_text_where_nothing_is_listed();
@@ -135,6 +139,63 @@ void TestVeskConfigurationCommands::knows_the_items_that_models_look_for()
     QCOMPARE(peer.call(set(name, allowed)), QByteArrayList{ok});
     QCOMPARE(server.setting(AString::from_utf8(name.constData())).value().saved,
         AString::from_utf8(allowed.constData()));
+}
+
+void TestVeskConfigurationCommands::has_the_configurations_of_its_board_data()
+{
+    QTest::addColumn<int>("board");
+    QTest::addColumn<QByteArray>("first");
+    QTest::addColumn<QByteArray>("last");
+    QTest::addColumn<QByteArray>("other");
+    QTest::addColumn<QByteArray>("type");
+    QTest::newRow("hd") << int(VeskBoard::hd) << QByteArray("VVVV") << QByteArray("C444_3SSM3_VVV")
+                        << QByteArray("V_V") << QByteArray("tamarind");
+    QTest::newRow("uhd") << int(VeskBoard::uhd) << QByteArray("V_V") << QByteArray("M2_ISO2")
+                         << QByteArray("VVVV") << QByteArray("tamarind4k");
+    QTest::newRow("zephyrx") << int(VeskBoard::zephyrx) << QByteArray("ZEPHYRX_VVVV_IN")
+                             << QByteArray("ZEPHYRX_SSM6_ISO3") << QByteArray("VVVV")
+                             << QByteArray("zephyrx");
+}
+
+void TestVeskConfigurationCommands::has_the_configurations_of_its_board()
+{
+    QFETCH(int, board);
+    QFETCH(QByteArray, first);
+    QFETCH(QByteArray, last);
+    QFETCH(QByteArray, other);
+    QFETCH(QByteArray, type);
+    VeskSimOptions options;
+    options.board = static_cast<VeskBoard>(board);
+    VeskSim server(LoopbackAddress::unique(), options);
+    WirePeer peer(server.address());
+    AString const quad = AString::l1("ChannelConfigurationSet0");
+    QCOMPARE(server.setting(quad).value().effective, AString::l1(first.constData()));
+    QCOMPARE(server.dictionary_value(AString::l1("cf.orchard.type")).value(),
+        AString::l1(type.constData()));
+    QCOMPARE(peer.call(set("ChannelConfigurationSet7", last)), QByteArrayList{ok});
+    QVERIFY(peer.call(set("ChannelConfigurationSet0", other)).value(0).startsWith("<error>"));
+    QCOMPARE(peer.call(set("ChannelConfigurationSet0", "absent")), QByteArrayList{ok});
+    server.restart(VeskState::lose);
+    QCOMPARE(server.setting(quad).value().effective, AString::l1(first.constData()));
+}
+
+/// The names are typed by hand here and in the client.
+void TestVeskConfigurationCommands::has_every_configuration_on_one_board()
+{
+    std::map<AString, int> boards_with;
+    for (VeskBoard board : {VeskBoard::hd, VeskBoard::uhd, VeskBoard::zephyrx}) {
+        VeskBoardFacts const facts = vesk_board_facts(board);
+        QVERIFY(facts.configurations.size() <= 64);
+        for (AString const &name : facts.configurations)
+            ++boards_with[name];
+    }
+    QCOMPARE(boards_with[AString::l1("absent")], 3);
+    boards_with.erase(AString::l1("absent"));
+    QCOMPARE(boards_with.size(), std::size_t(77));
+    for (unsigned int value = 1; value <= 77; ++value) {
+        AString const name = ChannelCF::ConfigEnumStr(static_cast<ChannelCF::ConfigEnum>(value));
+        QVERIFY2(boards_with[name] == 1, name.to_string().c_str());
+    }
 }
 
 void TestVeskConfigurationCommands::refuses_an_unknown_name()

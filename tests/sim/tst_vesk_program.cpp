@@ -25,6 +25,7 @@ private Q_SLOTS:
     void starts_with_the_demo_event_or_empty_data();
     void starts_with_the_demo_event_or_empty();
     void runs_at_the_given_standard_in_real_time();
+    void has_the_given_board();
     void traces_on_standard_error();
 };
 
@@ -100,9 +101,9 @@ void TestVeskProgram::tells_all_in_its_help()
     Program program({QStringLiteral("--help")});
     QCOMPARE(program.exit_code(), 0);
     QByteArray const help = program.process.readAllStandardOutput();
-    for (char const *word : {"--address", "--standard", "1080_59_94i", "625_50i", "--demo",
-             "--empty", "--run-time", "--trace", "--help", "8913", "demo event", "Bank 1", "Goals",
-             "Exit codes: 0", "SIGTERM"})
+    for (char const *word : {"--address", "--standard", "1080_59_94i", "625_50i", "--board",
+             "zephyrx", "--demo", "--empty", "--run-time", "--trace", "--help", "8913",
+             "demo event", "Bank 1", "Goals", "Exit codes: 0", "SIGTERM"})
         QVERIFY2(help.contains(word), word);
 }
 
@@ -119,6 +120,7 @@ void TestVeskProgram::refuses_bad_usage_data()
     row("--address nowhere", "nowhere");
     row("--standard 1080_24p", "1080_24p");
     row("--standard VHS", "VHS");
+    row("--board 8K", "8K");
     row("--run-time soon", "soon");
     row("--run-time 0", "'0'");
     row("--run-time -1", "-1");
@@ -174,6 +176,16 @@ void TestVeskProgram::runs_at_the_given_standard_in_real_time()
     QVERIFY(peer.call("<get_video_standard/>").value(0).contains("<VideoRate>50</VideoRate>"));
     peer.call("<report_register><ReportType>ltc_input</ReportType></report_register>");
     QVERIFY(peer.wait_for_reports(20).size() >= 20);
+}
+
+void TestVeskProgram::has_the_given_board()
+{
+    Program program({QStringLiteral("--board"), QStringLiteral("uhd")});
+    WirePeer peer(program.address);
+    QVERIFY(peer.call("<get_one_configuration><ConfigurationItemName>ChannelConfigurationSet0"
+                      "</ConfigurationItemName></get_one_configuration>")
+                .value(0)
+                .contains("<ConfigurationItemEffectiveValue>V_V<"));
 }
 
 void TestVeskProgram::traces_on_standard_error()
