@@ -23,6 +23,9 @@ cmake --install "$build" --prefix "$work/prefix" >"$work/install.log" || { cat "
 for file in bin/tarnctl bin/vesk-sim include/Tarn/Tarn include/Tarn/APIQt include/Tarn/AString; do
     [ -e "$work/prefix/$file" ] || fail "$file is not installed"
 done
+if [ -e "$build/plugins/designer/tarn_designer.so" ]; then
+    find "$work/prefix" -path '*/plugins/designer/tarn_designer.so' | grep -q . || fail "the plugin of the form editor is not installed"
+fi
 libdir=$(dirname "$(find "$work/prefix" -name 'libTarn.so' -print -quit)")
 export LD_LIBRARY_PATH=$libdir
 
