@@ -20,7 +20,7 @@ fail() {
 }
 
 cmake --install "$build" --prefix "$work/prefix" >"$work/install.log" || { cat "$work/install.log"; exit 1; }
-for file in bin/tarnctl bin/vesk-sim include/Tarn/Tarn include/Tarn/APIQt include/Tarn/AString; do
+for file in bin/tarn-desk bin/tarnctl bin/vesk-sim include/Tarn/Tarn include/Tarn/APIQt include/Tarn/AString; do
     [ -e "$work/prefix/$file" ] || fail "$file is not installed"
 done
 if [ -e "$build/plugins/designer/tarn_designer.so" ]; then

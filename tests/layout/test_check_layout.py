@@ -29,6 +29,12 @@ class CheckLayout(unittest.TestCase):
         self.assertEqual(1, len(self.found("sim/vesk/a.h", f'#include "{CORE}protocol/api.h"\n')))
         self.assertEqual([], self.found("sim/vesk/a.h", f'#include "{CORE}protocol/enums.h"\n'))
 
+    def test_demo_desktop_reaching_past_the_installed_headers_is_found(self):
+        for path in ("ATarnLib/glint/glint.h", "sim/vesk/vesk_sim.h"):
+            self.assertEqual(1, len(self.found("demo/desktop/a.cpp", f'#include "{path}"\n')))
+        self.assertEqual([], self.found("demo/desktop/a.cpp",
+                                        '#include <Tarn/Glint>\n#include "demo/desktop/a.h"\n'))
+
     def test_short_include_path_is_found(self):
         self.assertEqual(1, len(self.found("sim/vesk/a.h", '#include "vesk.h"\n')))
 

@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "demo/desktop/channel_tile.h"
+
+#include "demo/desktop/desk_style.h"
+#include "demo/desktop/level_meter.h"
+
+#include <Tarn/USModel>
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cstdlib>
+
+using namespace VCTP3;
+
+namespace {
+
+constexpr int margin = 8;
+constexpr int stripe = 4; // of the tally, on the left
+
+QColor status_colour(ChannelStatus status)
+{
+    switch (status) {
+    case ChannelStatus::play:
+        return DeskStyle::green;
+    case ChannelStatus::record:
+    case ChannelStatus::insert:
+        return DeskStyle::red;
+    case ChannelStatus::cueing:
+    case ChannelStatus::timedelay:
+        return DeskStyle::amber;
+    case ChannelStatus::stop:
+        return DeskStyle::accent;
+    default:
+        return DeskStyle::quiet;
+    }
+}
+
+/// Speeds are 16.16 fixed point.
+QString speed_text(int speed)
+{
+    QString const number = QString::number(std::abs(speed) / 65536.0, 'f', 2);
+    return (speed < 0 ? QString(QChar(0x2212)) : QString()) + number + QChar(0xD7);
+}
+
+QString timecode_text(Corvane::ATimecode const &timecode)
+{
+    return timecode.is_defined() ? QString(timecode.toString(4)) : QStringLiteral("--:--:--:--");
+}
+
+QString output_list(CFChannelConfig::Outputs const &outputs)
+{
+    QStringList numbers;
+    for (auto output : outputs)
+        numbers << QString::number(output + 1);
+    return numbers.isEmpty() ? QString() : QStringLiteral("out ") + numbers.join(u' ');
+}
+
+} // namespace
+
+ChannelTile::ChannelTile(Glint *hub, CFChannelConfig *config, Channel channel, QWidget *parent)
+    : QWidget(parent)
+    , channel_config(config)
+    , number(channel)
+    , tally(hub->get_us_model(), static_cast<unsigned int>(channel))
+{
+    setObjectName(QStringLiteral("channel ") + QString(Channel_to_string(channel)));
+    make_labels();
+    letter->setText(QString(Channel_to_string(channel)));
+    show_status(ChannelStatus::idle);
+    show_configuration();
+    follow(hub->toMonitor(channel));
+    connect(&tally, &TallyModel::changed, this, qOverload<>(&QWidget::update));
+}
+
+void ChannelTile::make_labels()
+{
+    letter = DeskStyle::label(this, "letter");
+    status = DeskStyle::label(this, "status");
+    speed = DeskStyle::label(this, "speed");
+    clip = DeskStyle::label(this, "clip");
+    timecode = DeskStyle::label(this, "timecode");
+    input_timecode = DeskStyle::label(this, "input timecode");
+    remaining = DeskStyle::label(this, "remaining");
+    angles = DeskStyle::label(this, "angles");
+    outputs = DeskStyle::label(this, "outputs");
+    meter = new LevelMeter(this);
+    for (QLabel *right : {speed, remaining, outputs})
+        right->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    for (QLabel *small : {input_timecode, remaining, angles, outputs})
+        DeskStyle::set_text_colour(small, DeskStyle::quiet);
+}
+
+void ChannelTile::follow(GlintChannelMonitor *monitor)
+{
+    connect(monitor, &GlintChannelMonitor::report_status, this, &ChannelTile::show_status);
+    connect(monitor, &GlintChannelMonitor::report_clipid, this, [this](QString const &id) {
+        clip_id = id;
+        show_clip();
+    });
+    connect(monitor, &GlintChannelMonitor::report_speed, this,
+        [this](int value) { speed->setText(speed_text(value)); });
+    connect(monitor, &GlintChannelMonitor::report_timecodes, this, &ChannelTile::show_timecodes);
+    connect(monitor, &GlintChannelMonitor::report_information, this,
+        [this](ChannelInformation const &value) {
+            information = value;
+            show_remaining();
+        });
+    connect(monitor, &GlintChannelMonitor::report_peak, meter, &LevelMeter::set_levels);
+    connect(monitor, &GlintChannelMonitor::report_peak_hold, meter, &LevelMeter::set_peaks);
+}
+
+void ChannelTile::set_selected(bool on)
+{
+    selected = on;
+    update();
+}
+
+void ChannelTile::show_configuration()
+{
+    auto const i = static_cast<unsigned int>(number);
+    auto const count = channel_config->get_angle_count(i);
+    angles->setText(
+        count == 1 ? QStringLiteral("1 angle") : QStringLiteral("%1 angles").arg(count));
+    outputs->setText(output_list(channel_config->AllOutputs(i, false)));
+}
+
+void ChannelTile::show_status(ChannelStatus value)
+{
+    channel_status = value;
+    status->setText(QString(ChannelStatus_to_string(value)));
+    DeskStyle::set_text_colour(status, status_colour(value));
+    show_remaining();
+}
+
+void ChannelTile::show_clip()
+{
+    // The end of an id tells more than its directory.
+    clip->setText(clip->fontMetrics().elidedText(clip_id, Qt::ElideLeft, clip->width()));
+    clip->setToolTip(clip_id);
+}
+
+void ChannelTile::show_timecodes(
+    unsigned int clip_position, Corvane::ATimecode const &display, Corvane::ATimecode const &input)
+{
+    timecode->setText(timecode_text(display));
+    input_timecode->setText(QStringLiteral("in ") + timecode_text(input));
+    position = clip_position;
+    frequency = display.get_std();
+    show_remaining();
+}
+
+void ChannelTile::show_remaining()
+{
+    // A clip that is being recorded has no end yet.
+    bool const known = information.has_cliplength && Corvane::isValid(frequency)
+        && channel_status != ChannelStatus::record;
+    unsigned int const left = information.cliplength - std::min(information.cliplength, position);
+    remaining->setText(known
+            ? QStringLiteral("left ") + QString(Corvane::ATimecode(frequency, left, 1).toString(3))
+            : QString());
+}
+
+QColor ChannelTile::tally_colour() const
+{
+    switch (tally.get_state()) {
+    case TallyModel::red:
+        return DeskStyle::red;
+    case TallyModel::green:
+        return DeskStyle::green;
+    case TallyModel::yellow:
+        return DeskStyle::amber;
+    default:
+        return DeskStyle::edge;
+    }
+}
+
+void ChannelTile::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), DeskStyle::tile);
+    if (selected) {
+        painter.setPen(QPen(isEnabled() ? DeskStyle::accent : DeskStyle::stale, 2));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+    painter.fillRect(0, 0, stripe, height(), isEnabled() ? tally_colour() : DeskStyle::stale);
+}
+
+/// Places the rows by hand: a layout would be asked anew whenever a text changes, which is with
+/// every field on every channel.
+void ChannelTile::resizeEvent(QResizeEvent *)
+{
+    QRect const area = rect().adjusted(stripe + margin, margin / 2, -margin, -margin);
+    int const row = std::clamp(std::min(area.height() / 9, area.width() / 13), 11, 40);
+    int const half = area.width() / 2;
+    int y = area.top();
+    auto const place = [&](QLabel *label, int x, int width, int height, double size, bool bold) {
+        label->setGeometry(area.left() + x, y, width, height);
+        label->setFont(DeskStyle::font(int(row * size), bold));
+    };
+    int const head = row * 3 / 2;
+    letter->setFont(DeskStyle::font(int(row * 1.1), true));
+    int const name
+        = std::max(head, letter->fontMetrics().horizontalAdvance(letter->text())) + row / 2;
+    place(letter, 0, name, head, 1.1, true);
+    place(status, name, area.width() - name, head, 0.85, true);
+    place(speed, half, area.width() - half, head, 0.85, false);
+    y += head;
+    place(clip, 0, area.width(), row * 5 / 4, 0.85, false);
+    y += row * 5 / 4;
+    int const large = row * 9 / 4;
+    place(timecode, 0, area.width(), large, 1.7, true);
+    y += large;
+    place(input_timecode, 0, area.width(), row * 5 / 4, 0.72, false);
+    place(remaining, half, area.width() - half, row * 5 / 4, 0.72, false);
+    y += row * 5 / 4;
+    place(angles, 0, half, row * 5 / 4, 0.72, false);
+    place(outputs, half, area.width() - half, row * 5 / 4, 0.72, false);
+    y += row * 5 / 4 + 2;
+    meter->setGeometry(area.left(), y, area.width(), std::max(0, area.bottom() + 1 - y));
+    show_clip();
+}
+
+void ChannelTile::mousePressEvent(QMouseEvent *event)
+{
+    Q_EMIT clicked(number, event->modifiers());
+}

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <Tarn/CFChannelConfig>
+#include <Tarn/ChannelInformation>
+#include <Tarn/Glint>
+#include <Tarn/GlintChannelMonitor>
+#include <Tarn/TallyModel>
+
+#include <QLabel>
+
+class LevelMeter;
+
+/// What one channel does, live. To connect a slot to a signal of the channel's monitor is all there
+/// is to do for a value: the monitor registers for the report that it needs, and gives the report
+/// up when nobody listens any more.
+class ChannelTile : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// All of these must outlive the tile.
+    ChannelTile(Glint *hub, CFChannelConfig *config, VCTP3::Channel channel, QWidget *parent);
+
+    VCTP3::Channel channel() const { return number; }
+    void set_selected(bool on);
+    bool is_selected() const { return selected; }
+    /// Shows with which outputs the channel is configured.
+    void show_configuration();
+
+Q_SIGNALS:
+    void clicked(VCTP3::Channel channel, Qt::KeyboardModifiers modifiers);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+
+private:
+    void make_labels();
+    void follow(GlintChannelMonitor *monitor);
+    void show_status(VCTP3::ChannelStatus value);
+    void show_clip();
+    void show_timecodes(unsigned int clip_position, Corvane::ATimecode const &display,
+        Corvane::ATimecode const &input);
+    void show_remaining();
+    QColor tally_colour() const;
+
+    CFChannelConfig *const channel_config;
+    VCTP3::Channel const number;
+    TallyModel tally;
+    QLabel *letter = nullptr;
+    QLabel *status = nullptr;
+    QLabel *speed = nullptr;
+    QLabel *clip = nullptr;
+    QLabel *timecode = nullptr;
+    QLabel *input_timecode = nullptr;
+    QLabel *remaining = nullptr;
+    QLabel *angles = nullptr;
+    QLabel *outputs = nullptr;
+    LevelMeter *meter = nullptr;
+    VCTP3::ChannelStatus channel_status = VCTP3::ChannelStatus::idle;
+    QString clip_id;
+    VCTP3::ChannelInformation information;
+    unsigned int position = 0;
+    Corvane::VideoFrequency frequency = Corvane::VideoFrequency::invalid;
+    bool selected = false;
+};

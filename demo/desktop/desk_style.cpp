@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "demo/desktop/desk_style.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPalette>
+#include <QStyleFactory>
+
+#include <algorithm>
+
+namespace {
+
+QPalette dark_palette()
+{
+    using namespace DeskStyle;
+    QPalette palette;
+    palette.setColor(QPalette::Window, back);
+    palette.setColor(QPalette::Base, panel);
+    palette.setColor(QPalette::AlternateBase, tile);
+    palette.setColor(QPalette::Button, tile);
+    palette.setColor(QPalette::ToolTipBase, tile);
+    palette.setColor(QPalette::Highlight, accent.darker(170));
+    palette.setColor(QPalette::Link, accent);
+    palette.setColor(QPalette::Light, edge);
+    palette.setColor(QPalette::Midlight, edge);
+    palette.setColor(QPalette::Mid, edge);
+    palette.setColor(QPalette::Dark, back.darker(130));
+    palette.setColor(QPalette::Shadow, back.darker(160));
+    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+             QPalette::ToolTipText, QPalette::BrightText, QPalette::HighlightedText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, stale);
+    }
+    palette.setColor(QPalette::PlaceholderText, quiet);
+    return palette;
+}
+
+} // namespace
+
+void DeskStyle::apply(QApplication *application)
+{
+    application->setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    application->setPalette(dark_palette());
+    application->setFont(font(13));
+}
+
+QFont DeskStyle::font(int pixels, bool bold)
+{
+    // Its figures all have one width, so that a running timecode does not tremble.
+    QFont result(QStringLiteral("DejaVu Sans"));
+    result.setPixelSize(std::max(9, pixels));
+    result.setBold(bold);
+    return result;
+}
+
+QLabel *DeskStyle::label(QWidget *parent, char const *object_name, int pixels, bool bold)
+{
+    auto *result = new QLabel(parent);
+    result->setObjectName(QLatin1String(object_name));
+    result->setTextFormat(Qt::PlainText);
+    result->setFont(font(pixels, bold));
+    return result;
+}
+
+void DeskStyle::set_text_colour(QWidget *widget, QColor const &colour)
+{
+    QPalette palette = widget->palette();
+    for (auto group : {QPalette::Active, QPalette::Inactive})
+        palette.setColor(group, QPalette::WindowText, colour);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, stale);
+    widget->setPalette(palette);
+}

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QString>
+
+class QApplication;
+class QLabel;
+class QWidget;
+
+/// How the desk looks. Style, colours and fonts are the program's own, so that it looks the same on
+/// every machine.
+namespace DeskStyle {
+
+inline QColor const back(0x14, 0x17, 0x1b);
+inline QColor const panel(0x1b, 0x1f, 0x24);
+inline QColor const tile(0x21, 0x26, 0x2c);
+inline QColor const edge(0x33, 0x3a, 0x43);
+inline QColor const text(0xd8, 0xdc, 0xe2);
+inline QColor const quiet(0x8b, 0x94, 0x9f);
+/// What is not known to be true any more.
+inline QColor const stale(0x56, 0x5d, 0x67);
+inline QColor const accent(0x5b, 0x9b, 0xd9);
+inline QColor const green(0x57, 0xb8, 0x7c);
+inline QColor const amber(0xd9, 0xa6, 0x4a);
+inline QColor const red(0xe0, 0x5d, 0x57);
+
+void apply(QApplication *application);
+/// \a pixels: the height of the font; below 9 it is 9.
+QFont font(int pixels, bool bold = false);
+/// A label for text that comes from a server: never taken for markup.
+QLabel *label(QWidget *parent, char const *object_name, int pixels = 13, bool bold = false);
+/// Colours the text of a widget while it is enabled; a disabled one has the colour of stale values.
+void set_text_colour(QWidget *widget, QColor const &colour);
+
+} // namespace DeskStyle

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "demo/desktop/desk_window.h"
+
+#include "demo/desktop/channel_wall.h"
+#include "demo/desktop/log_page.h"
+#include "demo/desktop/server_bar.h"
+#include "demo/desktop/transport_bar.h"
+
+#include <QTabBar>
+#include <QVBoxLayout>
+
+DeskWindow::DeskWindow(Glint *server)
+    : hub(server)
+    , channel_config(hub->get_cf_model(), hub->get_us_model(), nullptr)
+    , server_link(hub, nullptr)
+    , clip_list(hub, nullptr)
+    , transport(hub, nullptr)
+{
+    setWindowTitle(QStringLiteral("Tarn Desk"));
+    auto *body = new QWidget(this);
+    auto *column = new QVBoxLayout(body);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    server_bar = new ServerBar(hub, &server_link, body);
+    pages = new QTabWidget(body);
+    pages->setDocumentMode(true);
+    pages->tabBar()->setFocusPolicy(Qt::NoFocus);
+    pages->tabBar()->setDrawBase(false);
+    column->addWidget(server_bar);
+    column->addWidget(pages, 1);
+    setCentralWidget(body);
+    make_pages();
+    write_log();
+}
+
+void DeskWindow::make_pages()
+{
+    pages->addTab(make_channel_page(), QStringLiteral("Channels"));
+    log_page = new LogPage(pages);
+    pages->addTab(log_page, QStringLiteral("Log"));
+}
+
+QWidget *DeskWindow::make_channel_page()
+{
+    auto *page = new QWidget(pages);
+    auto *column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    channel_wall = new ChannelWall(hub, &channel_config, page);
+    column->addWidget(new TransportBar(&transport, &clip_list, channel_wall, page));
+    column->addWidget(channel_wall, 1);
+    // Disabled widgets have the colours of what is not known to be true any more.
+    auto const show_liveness = [this] { channel_wall->setEnabled(server_link.is_live()); };
+    connect(&server_link, &ServerLink::changed, channel_wall, show_liveness);
+    show_liveness();
+    return page;
+}
+
+void DeskWindow::write_log()
+{
+    connect(&server_link, &ServerLink::changed, log_page, [this] {
+        switch (server_link.state()) {
+        case ServerLink::State::live:
+            log_page->note(QStringLiteral("connected, and told everything"));
+            break;
+        case ServerLink::State::lost:
+            log_page->note(QStringLiteral("the connection is lost"));
+            break;
+        default:
+            break;
+        }
+    });
+    connect(&transport, &Transport::failed, log_page, &LogPage::note);
+    connect(&transport, &Transport::recording, log_page,
+        [this](QString const &clip) { log_page->note(QStringLiteral("recording ") + clip); });
+}
+
+bool DeskWindow::show_page(QString const &title)
+{
+    int const index = int(page_titles().indexOf(title));
+    if (index < 0)
+        return false;
+    pages->setCurrentIndex(index);
+    return true;
+}
+
+QStringList DeskWindow::page_titles() const
+{
+    QStringList titles;
+    for (int i = 0; i < pages->count(); ++i)
+        titles << pages->tabText(i);
+    return titles;
+}

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "demo/desktop/server_bar.h"
+
+#include "demo/desktop/desk_style.h"
+#include "demo/desktop/server_link.h"
+
+#include <QHBoxLayout>
+
+using namespace VCTP3;
+
+namespace {
+
+QString duration_text(qint64 seconds)
+{
+    return QStringLiteral("%1:%2:%3")
+        .arg(seconds / 3600)
+        .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
+        .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+}
+
+} // namespace
+
+ServerBar::ServerBar(Glint *server, ServerLink *server_link, QWidget *parent)
+    : QWidget(parent)
+    , hub(server)
+    , link(server_link)
+    , ltc(server)
+    , server_name(DeskStyle::label(this, "server name", 16, true))
+    , server_address(DeskStyle::label(this, "server address"))
+    , standard(DeskStyle::label(this, "standard"))
+    , timecode(DeskStyle::label(this, "ltc", 16, true))
+    , state(DeskStyle::label(this, "link state", 13, true))
+{
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(12, 8, 12, 6);
+    row->setSpacing(16);
+    for (QLabel *label : {server_name, server_address, standard, timecode})
+        row->addWidget(label);
+    row->addStretch();
+    row->addWidget(state);
+    for (QLabel *label : {server_address, standard})
+        DeskStyle::set_text_colour(label, DeskStyle::quiet);
+
+    connect(hub, &Glint::connected, this, &ServerBar::ask_server);
+    connect(&name_answer, &CallbackGroup_set6::sig_computername, this,
+        [this](AString const &name) { server_name->setText(QString(name)); });
+    connect(&standard_answer, &CallbackGroup_set8::sig_video_standard, this,
+        [this](VideoStandard running, VideoRate, VideoResolution) {
+            standard->setText(QString(VideoStandard_to_string(running)));
+        });
+    connect(&ltc, &LTCModel::changed, this, &ServerBar::show_ltc);
+    connect(link, &ServerLink::changed, this, &ServerBar::show_link);
+    connect(&second, &QTimer::timeout, this, &ServerBar::show_link);
+    second.start(1000);
+    show_ltc();
+    show_link();
+}
+
+void ServerBar::set_server(QString const &name)
+{
+    server_address->setText(name);
+}
+
+void ServerBar::show_problem(QString const &text)
+{
+    second.stop();
+    state->setText(text);
+    DeskStyle::set_text_colour(state, DeskStyle::red);
+}
+
+void ServerBar::ask_server()
+{
+    hub->cmd_get_computer_name(name_answer);
+    hub->cmd_get_video_standard(standard_answer);
+}
+
+void ServerBar::show_ltc()
+{
+    Corvane::ATimecode const now = ltc.get();
+    timecode->setText(QStringLiteral("LTC ")
+        + (now.is_defined() ? QString(now.toString(4)) : QStringLiteral("--:--:--:--")));
+}
+
+void ServerBar::show_link()
+{
+    QString const time = link->since().toString(QStringLiteral("HH:mm:ss"));
+    QString const passed = duration_text(link->since().secsTo(QDateTime::currentDateTime()));
+    switch (link->state()) {
+    case ServerLink::State::live:
+        state->setText(QStringLiteral("live for %1").arg(passed));
+        DeskStyle::set_text_colour(state, DeskStyle::green);
+        break;
+    case ServerLink::State::waiting:
+        state->setText(QStringLiteral("connecting, for %1").arg(passed));
+        DeskStyle::set_text_colour(state, DeskStyle::amber);
+        break;
+    default:
+        state->setText(QStringLiteral("NOT LIVE: values as of %1, %2 ago").arg(time, passed));
+        DeskStyle::set_text_colour(state, DeskStyle::amber);
+    }
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "demo/desktop/channel_tile.h"
+#include "demo/desktop/channel_wall.h"
+#include "demo/desktop/desk_window.h"
+#include "sim/vesk/vesk_sim.h"
+#include "tests/support/loopback_address.h"
+
+#include <QTest>
+
+/// The window of the desk on a simulated server with the demo event.
+struct DeskBench
+{
+    DeskBench()
+        : server(LoopbackAddress::unique(), demo())
+        , window(&hub)
+    {
+        window.resize(1280, 720);
+    }
+
+    /// Until the window shows what the server says.
+    bool open()
+    {
+        hub.set_server(server.address());
+        window.show();
+        window.activateWindow();
+        return QTest::qWaitForWindowActive(&window, 20000)
+            && QTest::qWaitFor([this] { return is_live(); }, 20000)
+            && QTest::qWaitFor([this] { return !window.wall()->tiles().isEmpty(); }, 20000)
+            && QTest::qWaitFor([this] { return window.clips()->rowCount() > 0; }, 20000);
+    }
+    bool is_live() { return window.link()->is_live(); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&window, key, modifiers);
+    }
+    ChannelTile *tile(VCTP3::Channel channel)
+    {
+        for (ChannelTile *one : window.wall()->tiles())
+            if (one->channel() == channel)
+                return one;
+        return nullptr;
+    }
+    /// The text of a label of a channel's tile; empty without that tile.
+    QString shown(VCTP3::Channel channel, char const *label)
+    {
+        ChannelTile *found = tile(channel);
+        return found ? text(found, label) : QString();
+    }
+    static QString text(QWidget *within, char const *label)
+    {
+        auto *found = within->findChild<QLabel *>(QLatin1String(label));
+        return found ? found->text() : QString();
+    }
+    VeskChannelState state(VCTP3::Channel channel) { return server.channel_state(channel); }
+    /// Cues a clip with the keys alone, until the server has it ready.
+    bool cue(VCTP3::Channel channel)
+    {
+        press(Qt::Key_C);
+        return QTest::qWaitFor(
+                   [&] { return state(channel).status == VCTP3::ChannelStatus::cueing; }, 20000)
+            && (server.advance(5), state(channel).status == VCTP3::ChannelStatus::stop);
+    }
+
+    static VeskSimOptions demo()
+    {
+        VeskSimOptions options;
+        options.demo = true;
+        return options;
+    }
+
+    VeskSim server;
+    Glint hub{false};
+    DeskWindow window;
+};

@@ -1,0 +1,312 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "demo/desktop/level_meter.h"
+#include "demo/desktop/log_page.h"
+#include "sim/vesk/vesk_world.h"
+#include "tests/desktop/desk_bench.h"
+
+#include <QComboBox>
+#include <QToolButton>
+
+using namespace VCTP3;
+
+/// The window of the desk: keys that reach the server, and what the server does in the window.
+class TestDeskWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void the_wall_has_a_tile_for_each_configured_channel();
+    void the_wall_follows_the_configuration();
+    void the_cue_key_cues_the_chosen_clip();
+    void another_clip_is_chosen_by_keys();
+    void play_and_stop_keys_change_the_channel_data();
+    void play_and_stop_keys_change_the_channel();
+    void a_button_does_what_its_key_does();
+    void jog_keys_move_by_a_field();
+    void shuttle_keys_step_along_the_speeds();
+    void the_record_key_records_a_new_clip();
+    void arrow_keys_choose_the_channel();
+    void a_gang_is_played_within_one_field();
+    void what_the_server_refuses_is_in_the_log();
+    void the_tile_shows_what_the_channel_does();
+    void the_tile_shows_timecode_and_what_remains();
+    void the_meter_shows_the_levels();
+    void the_tile_follows_the_tally();
+    void the_bar_names_the_server();
+    void values_are_stale_while_the_server_is_gone();
+    void clips_that_come_and_go_are_in_the_list();
+};
+
+void TestDeskWindow::the_wall_has_a_tile_for_each_configured_channel()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QTRY_COMPARE(desk.window.wall()->tiles().size(), 8);
+    QCOMPARE(desk.shown(Channel::A, "letter"), QStringLiteral("A"));
+    QCOMPARE(desk.shown(Channel::H, "letter"), QStringLiteral("H"));
+    QCOMPARE(desk.shown(Channel::H, "outputs"), QStringLiteral("out 8"));
+    QCOMPARE(desk.shown(Channel::H, "angles"), QStringLiteral("1 angle"));
+    QVERIFY(!desk.tile(Channel::I));
+}
+
+void TestDeskWindow::the_wall_follows_the_configuration()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QTRY_COMPARE(desk.window.wall()->tiles().size(), 8);
+    desk.server.with_world([](VeskWorld &world) {
+        for (int quad = 2; quad < 8; ++quad)
+            world.configuration.set(
+                AString::sprintf("ChannelConfigurationSet%d", quad), AString::l1("VVVV"));
+    });
+    QTRY_COMPARE(desk.window.wall()->tiles().size(), 32);
+    QCOMPARE(desk.shown(Channel::AF, "outputs"), QStringLiteral("out 32"));
+    // All of them fit, and none has shrunk to nothing.
+    QTRY_VERIFY(desk.tile(Channel::AF)->width() > 100);
+    QVERIFY(desk.window.wall()->rect().contains(desk.tile(Channel::AF)->geometry()));
+}
+
+void TestDeskWindow::the_cue_key_cues_the_chosen_clip()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.cue(Channel::A));
+    QCOMPARE(QString(desk.state(Channel::A).clip), QStringLiteral("Bank 1/101-01"));
+    QTRY_COMPARE(desk.shown(Channel::A, "clip"), QStringLiteral("Bank 1/101-01"));
+}
+
+void TestDeskWindow::another_clip_is_chosen_by_keys()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    desk.press(Qt::Key_PageDown);
+    desk.press(Qt::Key_PageDown);
+    desk.press(Qt::Key_PageUp);
+    QVERIFY(desk.cue(Channel::A));
+    QCOMPARE(QString(desk.state(Channel::A).clip), QStringLiteral("Bank 1/101-02"));
+}
+
+void TestDeskWindow::play_and_stop_keys_change_the_channel_data()
+{
+    QTest::addColumn<int>("play");
+    QTest::addColumn<int>("stop");
+    QTest::newRow("space and K") << int(Qt::Key_Space) << int(Qt::Key_K);
+    QTest::newRow("P and S") << int(Qt::Key_P) << int(Qt::Key_S);
+}
+
+void TestDeskWindow::play_and_stop_keys_change_the_channel()
+{
+    QFETCH(int, play);
+    QFETCH(int, stop);
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.cue(Channel::A));
+    desk.press(Qt::Key(play));
+    QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::play);
+    QCOMPARE(desk.state(Channel::A).speed, 65536);
+    desk.press(Qt::Key(stop));
+    QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::stop);
+}
+
+void TestDeskWindow::a_button_does_what_its_key_does()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.cue(Channel::A));
+    for (QToolButton *button : desk.window.findChildren<QToolButton *>())
+        if (button->text() == QLatin1String("Play"))
+            QTest::mouseClick(button, Qt::LeftButton);
+    QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::play);
+}
+
+void TestDeskWindow::jog_keys_move_by_a_field()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.cue(Channel::A));
+    for (int i = 0; i < 3; ++i)
+        desk.press(Qt::Key_Period);
+    QTRY_COMPARE(desk.state(Channel::A).position, 3U);
+    desk.press(Qt::Key_Comma);
+    QTRY_COMPARE(desk.state(Channel::A).position, 2U);
+}
+
+void TestDeskWindow::shuttle_keys_step_along_the_speeds()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.cue(Channel::A));
+    for (int speed : {6553, 16384, 32768, 65536, 131072}) {
+        desk.press(Qt::Key_L);
+        QTRY_COMPARE(desk.state(Channel::A).speed, speed);
+    }
+    desk.press(Qt::Key_J);
+    QTRY_COMPARE(desk.state(Channel::A).speed, 65536);
+    QTRY_COMPARE(desk.shown(Channel::A, "speed"), QStringLiteral("1.00\u00D7"));
+    desk.press(Qt::Key_K);
+    QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::stop);
+    desk.press(Qt::Key_J);
+    QTRY_COMPARE(desk.state(Channel::A).speed, -6553);
+    QTRY_COMPARE(desk.shown(Channel::A, "speed"), QStringLiteral("\u22120.10\u00D7"));
+}
+
+void TestDeskWindow::the_record_key_records_a_new_clip()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    desk.press(Qt::Key_R);
+    QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::record);
+    desk.server.advance(30);
+    QVERIFY(desk.state(Channel::A).position > 0);
+    QTRY_COMPARE(desk.shown(Channel::A, "status"), QStringLiteral("record"));
+    QTRY_COMPARE(desk.shown(Channel::A, "clip"), QString(desk.state(Channel::A).clip));
+    QCOMPARE(desk.shown(Channel::A, "remaining"), QString());
+}
+
+void TestDeskWindow::arrow_keys_choose_the_channel()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QTRY_COMPARE(desk.window.wall()->tiles().size(), 8);
+    desk.press(Qt::Key_Left); // there is nothing to the left of the first one
+    desk.press(Qt::Key_Right);
+    QVERIFY(desk.cue(Channel::B));
+    QCOMPARE(desk.state(Channel::A).status, ChannelStatus::idle);
+    QCOMPARE(DeskBench::text(&desk.window, "selection"), QStringLiteral("Channel B"));
+}
+
+void TestDeskWindow::a_gang_is_played_within_one_field()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QTRY_COMPARE(desk.window.wall()->tiles().size(), 8);
+    desk.press(Qt::Key_Right, Qt::ShiftModifier);
+    QCOMPARE(DeskBench::text(&desk.window, "selection"), QStringLiteral("Gang A B"));
+    QVERIFY(desk.cue(Channel::A));
+    QTRY_COMPARE(desk.state(Channel::B).status, ChannelStatus::stop);
+    desk.press(Qt::Key_Space);
+    QTRY_COMPARE(desk.state(Channel::B).status, ChannelStatus::play);
+    QCOMPARE(desk.state(Channel::A).status, ChannelStatus::play);
+    QCOMPARE(desk.server.counters().count("gang_play"), 1U);
+    QCOMPARE(desk.server.counters().count("play"), 0U);
+}
+
+void TestDeskWindow::what_the_server_refuses_is_in_the_log()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QTRY_COMPARE(desk.window.wall()->tiles().size(), 8);
+    desk.server.fail_command("play", "not today");
+    desk.press(Qt::Key_Space);
+    QTRY_VERIFY(desk.window.log()->toPlainText().contains(QLatin1String("not today")));
+}
+
+void TestDeskWindow::the_tile_shows_what_the_channel_does()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QTRY_VERIFY(desk.tile(Channel::C));
+    APIQt other;
+    other.connect_to_server(desk.server.address());
+    QTRY_VERIFY(other.is_connected());
+    other.cmd_cue_clip(Channel::C, AString::l1("Bank 2/201-05"));
+    QTRY_COMPARE(desk.shown(Channel::C, "status"), QStringLiteral("cueing"));
+    desk.server.advance(5);
+    QTRY_COMPARE(desk.shown(Channel::C, "status"), QStringLiteral("stop"));
+    QTRY_COMPARE(desk.shown(Channel::C, "clip"), QStringLiteral("Bank 2/201-05"));
+    other.cmd_play(Channel::C, -32768);
+    QTRY_COMPARE(desk.shown(Channel::C, "status"), QStringLiteral("play"));
+    QTRY_COMPARE(desk.shown(Channel::C, "speed"), QStringLiteral("\u22120.50\u00D7"));
+}
+
+void TestDeskWindow::the_tile_shows_timecode_and_what_remains()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.cue(Channel::A));
+    QTRY_VERIFY(desk.shown(Channel::A, "remaining").startsWith(QLatin1String("left 01")));
+    QString const at_first = desk.shown(Channel::A, "timecode");
+    QString const input = desk.shown(Channel::A, "input timecode");
+    desk.press(Qt::Key_Space);
+    QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::play);
+    desk.server.advance(120);
+    QTRY_VERIFY(desk.shown(Channel::A, "timecode") > at_first);
+    QTRY_VERIFY(desk.shown(Channel::A, "input timecode") > input);
+    // Of its 90 s two have gone.
+    QTRY_VERIFY(desk.shown(Channel::A, "remaining").startsWith(QLatin1String("left 01,27"))
+        || desk.shown(Channel::A, "remaining").startsWith(QLatin1String("left 01,28")));
+}
+
+void TestDeskWindow::the_meter_shows_the_levels()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.cue(Channel::A));
+    auto *meter = desk.tile(Channel::A)->findChild<LevelMeter *>();
+    desk.press(Qt::Key_Space);
+    QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::play);
+    desk.server.advance(10);
+    QTRY_VERIFY(meter->level(0) > 0);
+    QTRY_VERIFY(meter->peak(0) > 0);
+    QCOMPARE(meter->level(15), 0U);
+    desk.press(Qt::Key_K);
+    QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::stop);
+    desk.server.advance(2);
+    QTRY_COMPARE(meter->level(0), 0U);
+    QTRY_COMPARE(meter->peak(0), 0.0);
+}
+
+void TestDeskWindow::the_tile_follows_the_tally()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QTRY_VERIFY(desk.tile(Channel::D));
+    auto const stripe = [&] { return desk.tile(Channel::D)->grab().toImage().pixelColor(1, 20); };
+    QColor const before = stripe();
+    desk.server.with_world(
+        [](VeskWorld &world) { world.dictionary.set(AString::l1("Tally3"), AString::l1("red")); });
+    QTRY_VERIFY(stripe() != before);
+    QVERIFY(stripe().red() > 2 * stripe().green());
+}
+
+void TestDeskWindow::the_bar_names_the_server()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QTRY_COMPARE(DeskBench::text(&desk.window, "server name"), QStringLiteral("vesk-sim"));
+    QTRY_COMPARE(DeskBench::text(&desk.window, "standard"), QStringLiteral("1080_59_94i"));
+    QTRY_VERIFY(DeskBench::text(&desk.window, "link state").startsWith(QLatin1String("live for ")));
+}
+
+void TestDeskWindow::values_are_stale_while_the_server_is_gone()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.cue(Channel::A));
+    QTRY_COMPARE(desk.shown(Channel::A, "status"), QStringLiteral("stop"));
+    desk.server.stop();
+    QTRY_VERIFY(!desk.is_live());
+    QVERIFY(DeskBench::text(&desk.window, "link state").startsWith(QLatin1String("NOT LIVE")));
+    QVERIFY(!desk.tile(Channel::A)->isEnabled());
+    QCOMPARE(desk.shown(Channel::A, "status"), QStringLiteral("stop")); // the last that was known
+
+    desk.server.restart(VeskState::keep);
+    QTRY_VERIFY(desk.is_live());
+    QVERIFY(desk.tile(Channel::A)->isEnabled());
+    QCOMPARE(desk.shown(Channel::A, "status"), QStringLiteral("idle"));
+    QCOMPARE(desk.window.link()->reconnections(), 1);
+}
+
+void TestDeskWindow::clips_that_come_and_go_are_in_the_list()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QTRY_COMPARE(desk.window.clips()->rowCount(), int(desk.server.clip_ids().size()));
+    desk.hub.cmd_create_clip(AString::l1("Aaa"), TrackSet(TrackType::video), 100U);
+    QTRY_COMPARE(desk.window.clips()->stringList().first(), QStringLiteral("Aaa"));
+    desk.hub.cmd_delete_clip(AString::l1("Aaa"));
+    QTRY_COMPARE(desk.window.clips()->stringList().first(), QStringLiteral("Bank 1/101-01"));
+}
+
+QTEST_MAIN(TestDeskWindow)
+#include "tst_desk_window.moc"
