@@ -12,8 +12,8 @@
 /// `set_model_timecode`; for another editor, `createEditor`, `get_editor_timecode` and
 /// `set_editor_timecode`.
 ///
-/// A model that leaves out equal values, as `QStandardItemModel` does, does not take a timecode that
-/// differs from the present one in frequency, flag or speed alone: those compare as equal.
+/// A model that leaves out equal values, as `QStandardItemModel` does, does not take a timecode
+/// that differs from the present one in frequency, flag or speed alone: those compare as equal.
 /// Thread: the main thread.
 class TARN_EXPORT TimecodeDelegate : public QItemDelegate
 {
