@@ -53,7 +53,7 @@ ATimecode ATimecodeEntry::timecode() const
     QString const shown = text();
     if (digits_of(shown).isEmpty())
         return {};
-    ATimecode result = fromString(shown, rate, dropframeByVideoFrequency(rate, flag));
+    ATimecode result = fromString(shown, rate, flag);
     // Reading counts the second field of a frame also where there is none.
     if (timecode_fields_per_frame(rate) == 1 && tells_f2(shown))
         result -= 1u;

@@ -69,9 +69,8 @@ void TimecodeDelegate::paint(
     QStyleOptionViewItem const item = setOptions(index, option);
     painter->save();
     drawBackground(painter, item, index);
-    bool const selected = item.state.testFlag(QStyle::State_Selected);
-    bool const below_mouse = item.state.testFlag(QStyle::State_MouseOver);
-    if (below_mouse && !selected && hover_background.isValid())
+    // Of a selected item the text brings its own background.
+    if (item.state.testFlag(QStyle::State_MouseOver) && hover_background.isValid())
         painter->fillRect(item.rect, hover_background);
     drawDisplay(painter, item, item.rect, text_of(index));
     drawFocus(painter, item, item.rect);
