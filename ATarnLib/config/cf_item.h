@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <utility>
 
 class CFModel;
 

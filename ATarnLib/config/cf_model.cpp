@@ -7,12 +7,13 @@
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
 
 #include <algorithm>
+#include <functional>
 
 using VCTP3::APIQt;
 
 namespace {
 
-std::atomic<CFModel *> the_local_model{nullptr};
+std::atomic<CFModel *> local_configuration{nullptr};
 
 } // namespace
 
@@ -30,7 +31,7 @@ CFModel::CFModel()
 CFModel::~CFModel()
 {
     CFModel *self = this;
-    the_local_model.compare_exchange_strong(self, nullptr);
+    local_configuration.compare_exchange_strong(self, nullptr);
     for (auto const &[name, item] : d->items)
         delete item;
 }
@@ -44,7 +45,7 @@ CFModel *CFModel::create(bool local, APIQt *api)
 
 CFModel *CFModel::localhost()
 {
-    return local_model(&the_local_model, [] { return new CFModel; });
+    return local_model(&local_configuration, [] { return new CFModel; });
 }
 
 CFItemModel *CFModel::get_item_localhost(QString const &name)

@@ -7,14 +7,14 @@
 
 namespace {
 
-std::atomic<USModel *> the_local_model{nullptr};
+std::atomic<USModel *> local_user_settings{nullptr};
 
 } // namespace
 
 USModel::~USModel()
 {
     USModel *self = this;
-    the_local_model.compare_exchange_strong(self, nullptr);
+    local_user_settings.compare_exchange_strong(self, nullptr);
 }
 
 USModel *USModel::create(bool local, Glint *hub)
@@ -26,7 +26,7 @@ USModel *USModel::create(bool local, Glint *hub)
 
 USModel *USModel::localhost()
 {
-    return local_model(&the_local_model, [] { return new USModel; });
+    return local_model(&local_user_settings, [] { return new USModel; });
 }
 
 USItemModel *USModel::get_item_localhost(QString const &key)
