@@ -3,8 +3,10 @@
 
 #include "ATarnLib/config/cf_model.h"
 #include "ATarnLib/glint/alert_model.h"
+#include "ATarnLib/glint/cf_channel_config.h"
 #include "ATarnLib/glint/glint_audio_levels.h"
 #include "ATarnLib/glint/glint_channel_monitor.h"
+#include "ATarnLib/glint/glint_output_monitor.h"
 #include "ATarnLib/glint/glint_timecode.h"
 #include "ATarnLib/glint/us_model.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
@@ -53,17 +55,27 @@ void Glint::make_models(bool local)
 {
     cf_model = CFModel::create(local, this);
     us_model = USModel::create(local, this);
+    channel_config = new CFChannelConfig(cf_model, us_model, this);
 }
 
 void Glint::make_monitors()
 {
-    auto *disconnect_timer = new ATimer(this);
-    for (unsigned int i = 0; i < channel_count; ++i) {
+    for (unsigned int i = 0; i < channel_count; ++i)
         channel_monitors[i] = new GlintChannelMonitor(this, i);
-        connect(disconnect_timer, &ATimer::timeout, channel_monitors[i],
-            &GlintChannelMonitor::process_disconnected_signals);
-    }
+    for (unsigned int i = 0; i < channel_count; ++i)
+        output_monitors[i] = new GlintOutputMonitor(this, i);
+    auto *disconnect_timer = new ATimer(this);
+    connect(disconnect_timer, &ATimer::timeout, this, &Glint::process_disconnected_signals);
     disconnect_timer->start(disconnect_interval_ms);
+}
+
+/// The outputs first: what they give up counts for the channels in the same pass.
+void Glint::process_disconnected_signals()
+{
+    for (GlintOutputMonitor *monitor : output_monitors)
+        monitor->process_disconnected_signals();
+    for (GlintChannelMonitor *monitor : channel_monitors)
+        monitor->process_disconnected_signals();
 }
 
 GlintChannelMonitor *Glint::get_channel_monitor(unsigned int i) const
@@ -71,6 +83,13 @@ GlintChannelMonitor *Glint::get_channel_monitor(unsigned int i) const
     if (!A_ASSERT_TEXT(i < channel_monitors.size(), "i < channel_monitors.size()"))
         return channel_monitors[0];
     return channel_monitors[i];
+}
+
+GlintOutputMonitor *Glint::get_output_monitor(unsigned int i) const
+{
+    if (!A_ASSERT_TEXT(i < output_monitors.size(), "i < output_monitors.size()"))
+        return output_monitors[0];
+    return output_monitors[i];
 }
 
 void Glint::set_server(QString const &server)

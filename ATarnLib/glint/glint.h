@@ -12,9 +12,11 @@
 #include <list>
 
 class ATimer;
+class CFChannelConfig;
 class CFModel;
 class GlintAudioLevels;
 class GlintChannelMonitor;
+class GlintOutputMonitor;
 class GlintTimecode;
 class AlertModel;
 class LightStoreDBObject;
@@ -82,10 +84,11 @@ public:
     void unrequest_chaseplay_notification(VCTP3::Channel channel);
     /// @}
 
-    /// \name The live state of a channel
+    /// \name The live state of a channel and of an output
     /// @{
     /// A number of `channel_count` or above is an assertion and gives the first one.
     GlintChannelMonitor *get_channel_monitor(unsigned int i) const;
+    GlintOutputMonitor *get_output_monitor(unsigned int i) const;
     /// Null for a channel of `channel_count` or above.
     GlintChannelMonitor *toMonitor(VCTP3::Channel channel) const
     {
@@ -98,6 +101,8 @@ public:
     CFModel *get_cf_model() const { return cf_model; }
     /// The server's user dictionary.
     USModel *get_us_model() const { return us_model; }
+    /// What the configuration means in channels, angles and outputs.
+    CFChannelConfig *get_channel_config() const { return channel_config; }
 
     /// The database of that name. An assertion, and null, while there is no manager of stores.
     AReference<LightStoreDBObject> lightstore(QString const &name);
@@ -154,6 +159,7 @@ private:
     void make_workers();
     void make_models(bool local);
     void make_monitors();
+    void process_disconnected_signals();
     void connect_reports();
     std::list<unsigned int> const &level_list(std::array<unsigned int, 16> const &levels);
     void register_listplay(VCTP3::Channel channel);
@@ -179,9 +185,11 @@ private:
     ATimer *timecode_timer = nullptr;
     ATimer *levels_timer = nullptr;
     std::array<GlintChannelMonitor *, channel_count> channel_monitors{};
+    std::array<GlintOutputMonitor *, channel_count> output_monitors{};
     /// Of this connection; the workers' results carry it, so that those of an older one fall away.
     unsigned long long connection_count = 0;
     CFModel *cf_model = nullptr;
     USModel *us_model = nullptr;
+    CFChannelConfig *channel_config = nullptr;
     std::list<unsigned int> levels_scratch = std::list<unsigned int>(16);
 };

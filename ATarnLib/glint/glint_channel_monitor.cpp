@@ -4,8 +4,6 @@
 #include "ATarnLib/glint/glint.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
-#include <algorithm>
-
 using VCTP3::ChannelReportType;
 
 /// What belongs to a signal.
@@ -96,7 +94,7 @@ void GlintChannelMonitor::disconnectNotify(QMetaMethod const &signal)
     }
     // All signals at once: the toolkit does not say which of them had a listener.
     for (Row const &row : rows())
-        note_disconnected(row.update);
+        disconnected.add(row.update);
 }
 
 /// Any thread. A listener is looked at from the event loop, when its connection is complete; one
@@ -114,7 +112,7 @@ void GlintChannelMonitor::connect_disconnect_notify(bool connect, QMetaMethod co
     else if (connect)
         Q_EMIT relay_connect_disconnect_notify2(true, row->update);
     else
-        note_disconnected(row->update);
+        disconnected.add(row->update);
 }
 
 void GlintChannelMonitor::connect_disconnect_notify2(bool connect, UpdateMethod const &method)
@@ -122,18 +120,9 @@ void GlintChannelMonitor::connect_disconnect_notify2(bool connect, UpdateMethod 
     (this->*method)(connect);
 }
 
-void GlintChannelMonitor::note_disconnected(UpdateMethod method)
-{
-    AProtect<std::list<UpdateMethod>>::Lock waiting(disconnected);
-    if (std::find(waiting->begin(), waiting->end(), method) == waiting->end())
-        waiting->push_back(method);
-}
-
 void GlintChannelMonitor::process_disconnected_signals()
 {
-    std::list<UpdateMethod> methods;
-    AProtect<std::list<UpdateMethod>>::Lock(disconnected)->swap(methods);
-    for (UpdateMethod const method : methods)
+    for (UpdateMethod const method : disconnected.take())
         (this->*method)(false);
 }
 

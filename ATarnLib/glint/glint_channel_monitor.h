@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ATarnLib/glint/glint_disconnected.h"
 #include "ATarnLib/timecode/atimecode.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aoption.h"
-#include "kestrel/mod/vctp3/tarnlibapi/base/aprotect.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/records.h"
 
 #include <QMetaMethod>
@@ -248,7 +248,6 @@ private:
     static QMetaMethod const &meta_method(Signal signal);
     void connect_disconnect_notify(bool connect, QMetaMethod const &signal);
     void connect_disconnect_notify2(bool connect, UpdateMethod const &method);
-    void note_disconnected(UpdateMethod method);
     void update_sig(Signal signal, bool emit_now);
     void update_reg(VCTP3::ChannelReportType report);
     bool is_needed(VCTP3::ChannelReportType report) const;
@@ -287,5 +286,5 @@ private:
     std::list<unsigned int> peak_hold;
     std::list<unsigned int> aux_peak_hold;
 
-    AProtect<std::list<UpdateMethod>> disconnected; // of signals that have lost a listener
+    GlintDisconnected<UpdateMethod> disconnected;
 };

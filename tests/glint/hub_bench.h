@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ATarnLib/config/cf_model.h"
 #include "ATarnLib/glint/glint.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
 #include "sim/vesk/vesk_sim.h"
+#include "sim/vesk/vesk_world.h"
 #include "tests/glint/wire_log.h"
 #include "tests/support/loopback_address.h"
 
 #include <QCoreApplication>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimerEvent>
 #include <memory>
@@ -19,6 +22,7 @@ struct HubBench
         : server(LoopbackAddress::unique(), log.options(options))
         , hub(std::make_unique<Glint>(false))
     {
+        ten_second_timer()->stop();
     }
 
     /// Connects, and waits until all that the hub sends on that has been done.
@@ -32,12 +36,13 @@ struct HubBench
     bool sync()
     {
         VCTP3::CallbackGroup_set1 group;
-        bool done = false;
-        QObject::connect(
-            &group, &VCTP3::CallbackGroup_set1::sig_ok, &group, [&done] { done = true; });
+        QSignalSpy done(&group, &VCTP3::CallbackGroup_set1::sig_ok);
         hub->cmd_sync(group);
-        return QTest::qWaitFor([&done] { return done; }, 20000);
+        return done.wait(20000);
     }
+    /// The same for what follows from that in later passes of the event loop: an output connects to
+    /// its channel there, and the channel sends what that takes.
+    bool settle() { return sync() && sync() && sync() && sync(); }
     /// Ends the connection, and waits for the next one as `connect` does.
     bool reconnect()
     {
@@ -46,18 +51,33 @@ struct HubBench
             && QTest::qWaitFor([this] { return hub->is_connected(); }, 20000) && sync();
     }
 
-    /// What happens every ten seconds, now.
+    /// What happens every ten seconds, now. It never happens by itself here.
     void ten_seconds_pass()
     {
-        for (ATimer *timer : hub->findChildren<ATimer *>()) {
-            if (timer->interval() != 10000 || timer->isSingleShot())
-                continue;
-            QTimerEvent event(timer->timerId());
-            QCoreApplication::sendEvent(timer, &event);
-        }
+        ATimer *timer = ten_second_timer();
+        QTimerEvent event(timer->timerId());
+        QCoreApplication::sendEvent(timer, &event);
+    }
+    /// Sets up the first quad of the board, and waits until the hub knows.
+    bool set_board(char const *configuration)
+    {
+        AString const name = AString::l1("ChannelConfigurationSet0");
+        AString const value = AString::l1(configuration);
+        server.with_world([&](VeskWorld &world) { world.configuration.set(name, value); });
+        CFItemModel const *item = hub->get_cf_model()->get_item(QString(name));
+        return QTest::qWaitFor([&] { return item->get() == QString(value); }, 20000) && sync();
     }
 
     WireLog log;
     VeskSim server;
     std::unique_ptr<Glint> hub;
+
+private:
+    ATimer *ten_second_timer() const
+    {
+        for (ATimer *timer : hub->findChildren<ATimer *>())
+            if (timer->interval() == 10000 && !timer->isSingleShot())
+                return timer;
+        qFatal("The hub has no timer of ten seconds");
+    }
 };
