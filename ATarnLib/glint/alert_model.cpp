@@ -2,6 +2,7 @@
 #include "ATarnLib/glint/alert_model.h"
 
 #include "ATarnLib/glint/glint.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
 #include <QMutexLocker>
 
@@ -9,7 +10,8 @@ AlertModel::AlertModel(Glint *hub)
     : glint(hub)
 {
     moveToThread(&own_thread);
-    connect(glint, &Glint::report_alert, this, &AlertModel::report_alert);
+    if (A_ASSERT(hub != nullptr))
+        connect(glint, &Glint::report_alert, this, &AlertModel::report_alert);
     own_thread.start(QThread::InheritPriority);
 }
 

@@ -2,11 +2,14 @@
 #include "ATarnLib/glint/io_latency_model.h"
 
 #include "ATarnLib/glint/glint.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
 IOLatencyModel::IOLatencyModel(Glint *hub, QObject *parent)
     : QObject(parent)
     , glint(hub)
 {
+    if (!A_ASSERT(hub != nullptr))
+        return;
     connect(glint, &Glint::connected, this, &IOLatencyModel::fetch_value);
     connect(&group, &VCTP3::CallbackGroup_set23::sig_io_latency, this, &IOLatencyModel::update);
     fetch_value();
@@ -14,6 +17,8 @@ IOLatencyModel::IOLatencyModel(Glint *hub, QObject *parent)
 
 void IOLatencyModel::fetch_value()
 {
+    if (!glint)
+        return;
     qDebug("Fetching value...");
     glint->cmd_get_io_latency(group);
 }

@@ -2,6 +2,7 @@
 #include "ATarnLib/glint/ltc_model.h"
 
 #include "ATarnLib/glint/glint.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
 using Corvane::ATimecode;
 
@@ -19,6 +20,8 @@ LTCModel::LTCModel(Glint *hub, QObject *parent)
     : QObject(parent)
     , glint(hub)
 {
+    if (!A_ASSERT(hub != nullptr))
+        return;
     connect(glint, &Glint::connected, this, &LTCModel::connected);
     connect(glint, &Glint::disconnected, this, &LTCModel::disconnected);
     connect(glint, &Glint::report_ltc_timecode, this, &LTCModel::report_ltc_timecode);

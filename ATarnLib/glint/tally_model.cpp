@@ -2,15 +2,17 @@
 #include "ATarnLib/glint/tally_model.h"
 
 #include "ATarnLib/glint/us_model.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
 #include <QHash>
 
 TallyModel::TallyModel(USModel *model, unsigned int channel, QObject *parent)
     : QObject(parent)
-    , item(model->get_item(QStringLiteral("Tally%1").arg(channel)))
+    , item(model ? model->get_item(QStringLiteral("Tally%1").arg(channel)) : nullptr)
     , state(get_tally_from_model())
 {
-    connect(item, &USItemModel::changed, this, &TallyModel::update);
+    if (A_ASSERT(model != nullptr))
+        connect(item, &USItemModel::changed, this, &TallyModel::update);
 }
 
 void TallyModel::update()
@@ -30,5 +32,5 @@ TallyModel::TallyState TallyModel::get_tally_from_model() const
         {QStringLiteral("red"), red},
         {QStringLiteral("green"), green},
     };
-    return states.value(item->get(), none);
+    return item ? states.value(item->get(), none) : none;
 }

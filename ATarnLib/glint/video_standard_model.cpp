@@ -2,6 +2,7 @@
 #include "ATarnLib/glint/video_standard_model.h"
 
 #include "ATarnLib/config/cf_model.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
 #include <algorithm>
 
@@ -78,10 +79,11 @@ template <typename Like> bool any_of(QList<VideoStandard> const &standards, Like
 
 VideoStandardModel::VideoStandardModel(CFModel *model, QObject *parent)
     : QObject(parent)
-    , item(model->get_item(QStringLiteral("VideoStandard")))
+    , item(model ? model->get_item(QStringLiteral("VideoStandard")) : nullptr)
 {
-    connect(item, qOverload<QString const &>(&CFItemModel::changed), this,
-        &VideoStandardModel::model_changed);
+    if (A_ASSERT(model != nullptr))
+        connect(item, qOverload<QString const &>(&CFItemModel::changed), this,
+            &VideoStandardModel::model_changed);
 }
 
 VideoStandardModel::VideoStandardModel(QObject *parent)
@@ -91,7 +93,7 @@ VideoStandardModel::VideoStandardModel(QObject *parent)
 
 VideoStandard VideoStandardModel::get() const
 {
-    return to_standard(item->get());
+    return item ? to_standard(item->get()) : VideoStandard::invalid;
 }
 
 VideoFrequency VideoStandardModel::get_frequency() const
@@ -107,7 +109,7 @@ VideoResolution VideoStandardModel::get_resolution() const
 void VideoStandardModel::set(VideoStandard standard)
 {
     char const *const text = to_text(standard);
-    if (text && !item->allowed_values().isEmpty())
+    if (text && item && !item->allowed_values().isEmpty())
         item->set(QString::fromLatin1(text));
 }
 
@@ -143,6 +145,8 @@ bool VideoStandardModel::allowed(VideoFrequency frequency, VideoResolution resol
 QList<VideoStandard> VideoStandardModel::allowed_values() const
 {
     QList<VideoStandard> result;
+    if (!item)
+        return result;
     for (QString const &text : item->allowed_values()) {
         VideoStandard const standard = to_standard(text);
         if (isValid(standard))

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void alerts_stay_without_a_connection();
     void goes_while_reports_come();
     void follows_the_servers_temperature();
+    void a_missing_model_or_hub_is_an_assertion();
 };
 
 namespace {
@@ -292,6 +293,14 @@ void TestAlertModel::follows_the_servers_temperature()
     b.server.advance(60 * 5 * 9);
     QVERIFY(b.settle());
     QCOMPARE(b.held("temperature")->alerting_level, AlertingLevel::ok);
+}
+
+void TestAlertModel::a_missing_model_or_hub_is_an_assertion()
+{
+    AssertLog asserts;
+    AlertModel model(nullptr);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("hub != nullptr")});
+    QVERIFY(!model.get(QStringLiteral("fan"))->get().has_value());
 }
 
 QTEST_GUILESS_MAIN(TestAlertModel)

@@ -2,6 +2,7 @@
 #include "ATarnLib/glint/io_latency_model.h"
 #include "sim/vesk/vesk_world.h"
 #include "tests/glint/hub_bench.h"
+#include "tests/support/assert_log.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void tells_a_change_of_the_value_alone();
     void keeps_the_last_answer_without_a_connection();
     void writes_what_it_does_to_the_debug_output();
+    void a_missing_model_or_hub_is_an_assertion();
 };
 
 namespace {
@@ -85,6 +87,15 @@ void TestIOLatencyModel::writes_what_it_does_to_the_debug_output()
     QTest::ignoreMessage(QtDebugMsg, "IO latency: 6");
     IOLatencyModel latency(b.hub.get());
     QTRY_COMPARE(latency.get(), 6U);
+}
+
+void TestIOLatencyModel::a_missing_model_or_hub_is_an_assertion()
+{
+    AssertLog asserts;
+    IOLatencyModel latency(nullptr);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("hub != nullptr")});
+    latency.fetch_value();
+    QCOMPARE(latency.get(), 0U);
 }
 
 QTEST_GUILESS_MAIN(TestIOLatencyModel)

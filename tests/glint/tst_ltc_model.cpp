@@ -2,6 +2,7 @@
 #include "ATarnLib/glint/ltc_model.h"
 #include "sim/vesk/reports.h"
 #include "tests/glint/hub_bench.h"
+#include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
 
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void another_flag_is_a_change();
     void a_report_without_a_timecode_is_undefined();
     void forgets_the_timecode_with_the_connection();
+    void a_missing_model_or_hub_is_an_assertion();
 };
 
 namespace {
@@ -138,6 +140,14 @@ void TestLTCModel::forgets_the_timecode_with_the_connection()
     b.server.restart(VeskState::keep);
     QTRY_VERIFY(ltc.get().is_defined());
     QCOMPARE(changed.count(), 2);
+}
+
+void TestLTCModel::a_missing_model_or_hub_is_an_assertion()
+{
+    AssertLog asserts;
+    LTCModel ltc(nullptr);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("hub != nullptr")});
+    QVERIFY(ltc.get().is_undefined());
 }
 
 QTEST_GUILESS_MAIN(TestLTCModel)

@@ -3,6 +3,7 @@
 #include "ATarnLib/glint/us_model.h"
 #include "sim/vesk/vesk_world.h"
 #include "tests/glint/hub_bench.h"
+#include "tests/support/assert_log.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -19,6 +20,7 @@ private Q_SLOTS:
     void reads_what_is_known_already();
     void each_channel_has_a_key_of_its_own();
     void shows_the_demo_event();
+    void a_missing_model_or_hub_is_an_assertion();
 };
 
 namespace {
@@ -111,6 +113,14 @@ void TestTallyModel::shows_the_demo_event()
     QVERIFY(b.connect());
     QTRY_COMPARE(first.get_state(), TallyModel::green);
     QTRY_COMPARE(second.get_state(), TallyModel::red);
+}
+
+void TestTallyModel::a_missing_model_or_hub_is_an_assertion()
+{
+    AssertLog asserts;
+    TallyModel tally(nullptr, 0);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("model != nullptr")});
+    QCOMPARE(tally.get_state(), TallyModel::none);
 }
 
 QTEST_GUILESS_MAIN(TestTallyModel)

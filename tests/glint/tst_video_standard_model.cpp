@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/config/cf_model.h"
 #include "ATarnLib/glint/video_standard_model.h"
+#include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
 #include "tests/support/linked_client.h"
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void drops_allowed_texts_that_are_no_standard();
     void tells_a_change_in_four_forms_the_standard_first();
     void the_local_form_is_that_of_the_local_model();
+    void a_missing_model_or_hub_is_an_assertion();
 };
 
 namespace {
@@ -215,6 +217,16 @@ void TestVideoStandardModel::the_local_form_is_that_of_the_local_model()
     QCOMPARE(model.parent(), this);
     CFModel::get_item_localhost(QStringLiteral("VideoStandard"))->set(QStringLiteral("625_50i"));
     QVERIFY(model.get() == VideoStandard::v625i_50);
+}
+
+void TestVideoStandardModel::a_missing_model_or_hub_is_an_assertion()
+{
+    AssertLog asserts;
+    VideoStandardModel model(static_cast<CFModel *>(nullptr));
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("model != nullptr")});
+    model.set(VideoStandard::v625i_50);
+    QVERIFY(model.get() == VideoStandard::invalid);
+    QVERIFY(model.allowed_values().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestVideoStandardModel)
