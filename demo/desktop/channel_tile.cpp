@@ -6,11 +6,11 @@
 
 #include <Tarn/USModel>
 
+#include <QGraphicsOpacityEffect>
 #include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
-#include <cstdlib>
 
 using namespace VCTP3;
 
@@ -19,29 +19,22 @@ namespace {
 constexpr int margin = 8;
 constexpr int stripe = 4; // of the tally, on the left
 
-QColor status_colour(ChannelStatus status)
+/// Glyphs are pictures, which the palette of a disabled widget does not reach.
+void dim(QWidget *widget, bool on)
 {
-    switch (status) {
-    case ChannelStatus::play:
-        return DeskStyle::green;
-    case ChannelStatus::record:
-    case ChannelStatus::insert:
-        return DeskStyle::red;
-    case ChannelStatus::cueing:
-    case ChannelStatus::timedelay:
-        return DeskStyle::amber;
-    case ChannelStatus::stop:
-        return DeskStyle::accent;
-    default:
-        return DeskStyle::quiet;
+    if (!on) {
+        widget->setGraphicsEffect(nullptr);
+        return;
     }
+    auto *effect = new QGraphicsOpacityEffect(widget);
+    effect->setOpacity(0.4);
+    widget->setGraphicsEffect(effect);
 }
 
-/// Speeds are 16.16 fixed point.
-QString speed_text(int speed)
+/// The larger of the fonts that fit.
+ATimecodeLabel::Font glyphs(int height)
 {
-    QString const number = QString::number(std::abs(speed) / 65536.0, 'f', 2);
-    return (speed < 0 ? QString(QChar(0x2212)) : QString()) + number + QChar(0xD7);
+    return height >= 40 ? ATimecodeLabel::Font::large : ATimecodeLabel::Font::small;
 }
 
 QString timecode_text(Corvane::ATimecode const &timecode)
@@ -78,15 +71,15 @@ void ChannelTile::make_labels()
 {
     letter = DeskStyle::label(this, "letter");
     status = DeskStyle::label(this, "status");
-    speed = DeskStyle::label(this, "speed");
     clip = DeskStyle::label(this, "clip");
-    timecode = DeskStyle::label(this, "timecode");
+    timecode = new ATimecodeLabel(this);
+    speed = new ASpeedLabel(this);
     input_timecode = DeskStyle::label(this, "input timecode");
     remaining = DeskStyle::label(this, "remaining");
     angles = DeskStyle::label(this, "angles");
     outputs = DeskStyle::label(this, "outputs");
     meter = new LevelMeter(this);
-    for (QLabel *right : {speed, remaining, outputs})
+    for (QLabel *right : {remaining, outputs})
         right->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     for (QLabel *small : {input_timecode, remaining, angles, outputs})
         DeskStyle::set_text_colour(small, DeskStyle::quiet);
@@ -99,8 +92,7 @@ void ChannelTile::follow(GlintChannelMonitor *monitor)
         clip_id = id;
         show_clip();
     });
-    connect(monitor, &GlintChannelMonitor::report_speed, this,
-        [this](int value) { speed->setText(speed_text(value)); });
+    connect(monitor, &GlintChannelMonitor::report_speed, speed, &ASpeedLabel::set_value);
     connect(monitor, &GlintChannelMonitor::report_timecodes, this, &ChannelTile::show_timecodes);
     connect(monitor, &GlintChannelMonitor::report_information, this,
         [this](ChannelInformation const &value) {
@@ -130,7 +122,7 @@ void ChannelTile::show_status(ChannelStatus value)
 {
     channel_status = value;
     status->setText(QString(ChannelStatus_to_string(value)));
-    DeskStyle::set_text_colour(status, status_colour(value));
+    DeskStyle::set_text_colour(status, DeskStyle::status_colour(value));
     show_remaining();
 }
 
@@ -144,7 +136,7 @@ void ChannelTile::show_clip()
 void ChannelTile::show_timecodes(
     unsigned int clip_position, Corvane::ATimecode const &display, Corvane::ATimecode const &input)
 {
-    timecode->setText(timecode_text(display));
+    timecode->set_timecode(display);
     input_timecode->setText(QStringLiteral("in ") + timecode_text(input));
     position = clip_position;
     frequency = display.get_std();
@@ -192,25 +184,31 @@ void ChannelTile::paintEvent(QPaintEvent *)
 void ChannelTile::resizeEvent(QResizeEvent *)
 {
     QRect const area = rect().adjusted(stripe + margin, margin / 2, -margin, -margin);
-    int const row = std::clamp(std::min(area.height() / 9, area.width() / 13), 11, 40);
+    int const row = std::clamp(std::min(area.height() / 9, area.width() / 13), 11, 28);
     int const half = area.width() / 2;
     int y = area.top();
     auto const place = [&](QLabel *label, int x, int width, int height, double size, bool bold) {
         label->setGeometry(area.left() + x, y, width, height);
         label->setFont(DeskStyle::font(int(row * size), bold));
     };
-    int const head = row * 3 / 2;
+    int const head = std::max(row * 3 / 2, 20);
     letter->setFont(DeskStyle::font(int(row * 1.1), true));
     int const name
-        = std::max(head, letter->fontMetrics().horizontalAdvance(letter->text())) + row / 2;
+        = std::max(row * 3 / 2, letter->fontMetrics().horizontalAdvance(letter->text())) + row / 2;
+    speed->set_font(glyphs(head));
+    QSize const speed_size = speed->sizeHint();
     place(letter, 0, name, head, 1.1, true);
-    place(status, name, area.width() - name, head, 0.85, true);
-    place(speed, half, area.width() - half, head, 0.85, false);
+    place(status, name, area.width() - name - speed_size.width(), head, 0.85, true);
+    speed->setGeometry(area.right() + 1 - speed_size.width(), y + (head - speed_size.height()) / 2,
+        speed_size.width(), speed_size.height());
     y += head;
     place(clip, 0, area.width(), row * 5 / 4, 0.85, false);
     y += row * 5 / 4;
-    int const large = row * 9 / 4;
-    place(timecode, 0, area.width(), large, 1.7, true);
+    int const large = std::max(row * 9 / 4, 22);
+    timecode->set_font(glyphs(large));
+    QSize const timecode_size = timecode->sizeHint();
+    timecode->setGeometry(area.left(), y + (large - timecode_size.height()) / 2,
+        timecode_size.width(), timecode_size.height());
     y += large;
     place(input_timecode, 0, area.width(), row * 5 / 4, 0.72, false);
     place(remaining, half, area.width() - half, row * 5 / 4, 0.72, false);
@@ -220,6 +218,14 @@ void ChannelTile::resizeEvent(QResizeEvent *)
     y += row * 5 / 4 + 2;
     meter->setGeometry(area.left(), y, area.width(), std::max(0, area.bottom() + 1 - y));
     show_clip();
+}
+
+void ChannelTile::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::EnabledChange)
+        for (QWidget *widget : {static_cast<QWidget *>(timecode), static_cast<QWidget *>(speed)})
+            dim(widget, !isEnabled());
+    QWidget::changeEvent(event);
 }
 
 void ChannelTile::mousePressEvent(QMouseEvent *event)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <Tarn/ASpeedLabel>
+#include <Tarn/ATimecodeLabel>
 #include <Tarn/CFChannelConfig>
 #include <Tarn/ChannelInformation>
 #include <Tarn/Glint>
@@ -34,6 +36,7 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
@@ -51,9 +54,9 @@ private:
     TallyModel tally;
     QLabel *letter = nullptr;
     QLabel *status = nullptr;
-    QLabel *speed = nullptr;
+    ASpeedLabel *speed = nullptr;
     QLabel *clip = nullptr;
-    QLabel *timecode = nullptr;
+    ATimecodeLabel *timecode = nullptr;
     QLabel *input_timecode = nullptr;
     QLabel *remaining = nullptr;
     QLabel *angles = nullptr;

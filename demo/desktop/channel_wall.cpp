@@ -4,41 +4,18 @@
 #include "demo/desktop/channel_tile.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
-constexpr double tile_shape = 1.25; // width to height, as near as it goes
-
-/// How many columns make the tiles of an area come nearest to their shape.
-int best_columns(int tiles, QSize const &area)
-{
-    int best = 1;
-    double best_misfit = 1e9;
-    for (int columns = 1; columns <= tiles; ++columns) {
-        int const rows = (tiles + columns - 1) / columns;
-        double const shape
-            = double(area.width()) / columns / std::max(1.0, double(area.height()) / rows);
-        double const empty = double(rows * columns - tiles) / tiles;
-        double const misfit = std::abs(std::log(shape / tile_shape)) + empty;
-        if (misfit < best_misfit) {
-            best = columns;
-            best_misfit = misfit;
-        }
-    }
-    return best;
-}
+constexpr double shape = 1.25;
 
 } // namespace
 
 ChannelWall::ChannelWall(Glint *server, CFChannelConfig *channel_config, QWidget *parent)
-    : QWidget(parent)
+    : TileGrid(shape, parent)
     , hub(server)
     , config(channel_config)
-    , grid(new QGridLayout(this))
 {
-    grid->setContentsMargins(8, 4, 8, 8);
-    grid->setSpacing(6);
     // The items of a board change one after the other; one look at all of them is enough.
     configuration_settled.setSingleShot(true);
     configuration_settled.setInterval(0);
@@ -63,37 +40,17 @@ void ChannelWall::follow_configuration()
 
 void ChannelWall::make_tiles(std::vector<unsigned int> const &channels)
 {
-    qDeleteAll(all);
     all.clear();
+    QList<QWidget *> widgets;
     for (unsigned int channel : channels) {
         auto *tile = new ChannelTile(hub, config, VCTP3::Channel(channel), this);
         connect(tile, &ChannelTile::clicked, this, &ChannelWall::tile_clicked);
         all.append(tile);
+        widgets.append(tile);
     }
     cursor = 0;
-    columns_shown = 0;
-    arrange();
+    set_tiles(widgets);
     select_one();
-}
-
-void ChannelWall::arrange()
-{
-    int const columns = best_columns(int(all.size()), size());
-    if (columns == columns_shown || all.isEmpty())
-        return;
-    for (int i = 0; i < std::max<int>(grid->columnCount(), columns); ++i)
-        grid->setColumnStretch(i, i < columns ? 1 : 0);
-    int const rows = (int(all.size()) + columns - 1) / columns;
-    for (int i = 0; i < std::max<int>(grid->rowCount(), rows); ++i)
-        grid->setRowStretch(i, i < rows ? 1 : 0);
-    for (int i = 0; i < all.size(); ++i)
-        grid->addWidget(all[i], i / columns, i % columns);
-    columns_shown = columns;
-}
-
-void ChannelWall::resizeEvent(QResizeEvent *)
-{
-    arrange();
 }
 
 VCTP3::ChannelSet ChannelWall::selection() const
@@ -107,7 +64,7 @@ VCTP3::ChannelSet ChannelWall::selection() const
 
 bool ChannelWall::step_cursor(int columns, int rows)
 {
-    int const next = cursor + columns + rows * columns_shown;
+    int const next = cursor + columns + rows * this->columns();
     if (next < 0 || next >= all.size())
         return false;
     cursor = next;

@@ -70,3 +70,21 @@ void DeskStyle::set_text_colour(QWidget *widget, QColor const &colour)
     palette.setColor(QPalette::Disabled, QPalette::WindowText, stale);
     widget->setPalette(palette);
 }
+
+QColor DeskStyle::status_colour(VCTP3::ChannelStatus status)
+{
+    switch (status) {
+    case VCTP3::ChannelStatus::play:
+        return green;
+    case VCTP3::ChannelStatus::record:
+    case VCTP3::ChannelStatus::insert:
+        return red;
+    case VCTP3::ChannelStatus::cueing:
+    case VCTP3::ChannelStatus::timedelay:
+        return amber;
+    case VCTP3::ChannelStatus::stop:
+        return accent;
+    default:
+        return quiet;
+    }
+}

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <Tarn/ChannelStatus>
+
 #include <QColor>
 #include <QFont>
 #include <QString>
@@ -33,5 +35,6 @@ QFont font(int pixels, bool bold = false);
 QLabel *label(QWidget *parent, char const *object_name, int pixels = 13, bool bold = false);
 /// Colours the text of a widget while it is enabled; a disabled one has the colour of stale values.
 void set_text_colour(QWidget *widget, QColor const &colour);
+QColor status_colour(VCTP3::ChannelStatus status);
 
 } // namespace DeskStyle

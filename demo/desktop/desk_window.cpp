@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "demo/desktop/desk_window.h"
 
+#include "demo/desktop/alert_list.h"
 #include "demo/desktop/channel_wall.h"
 #include "demo/desktop/log_page.h"
+#include "demo/desktop/output_wall.h"
 #include "demo/desktop/server_bar.h"
+#include "demo/desktop/server_page.h"
 #include "demo/desktop/transport_bar.h"
 
 #include <QTabBar>
@@ -31,11 +34,24 @@ DeskWindow::DeskWindow(Glint *server)
     setCentralWidget(body);
     make_pages();
     write_log();
+    connect(&server_link, &ServerLink::changed, this, &DeskWindow::show_liveness);
+    show_liveness();
+}
+
+/// Disabled widgets have the colours of what is not known to be true any more.
+void DeskWindow::show_liveness()
+{
+    for (QWidget *widget : QList<QWidget *>{channel_wall, output_wall, server_page})
+        widget->setEnabled(server_link.is_live());
 }
 
 void DeskWindow::make_pages()
 {
     pages->addTab(make_channel_page(), QStringLiteral("Channels"));
+    output_wall = new OutputWall(hub, &channel_config, pages);
+    pages->addTab(output_wall, QStringLiteral("Outputs"));
+    server_page = new ServerPage(hub, &channel_config, &clip_list, pages);
+    pages->addTab(server_page, QStringLiteral("Server"));
     log_page = new LogPage(pages);
     pages->addTab(log_page, QStringLiteral("Log"));
 }
@@ -49,10 +65,6 @@ QWidget *DeskWindow::make_channel_page()
     channel_wall = new ChannelWall(hub, &channel_config, page);
     column->addWidget(new TransportBar(&transport, &clip_list, channel_wall, page));
     column->addWidget(channel_wall, 1);
-    // Disabled widgets have the colours of what is not known to be true any more.
-    auto const show_liveness = [this] { channel_wall->setEnabled(server_link.is_live()); };
-    connect(&server_link, &ServerLink::changed, channel_wall, show_liveness);
-    show_liveness();
     return page;
 }
 
@@ -70,6 +82,7 @@ void DeskWindow::write_log()
             break;
         }
     });
+    connect(server_page->alerts(), &AlertList::news, log_page, &LogPage::note);
     connect(&transport, &Transport::failed, log_page, &LogPage::note);
     connect(&transport, &Transport::recording, log_page,
         [this](QString const &clip) { log_page->note(QStringLiteral("recording ") + clip); });

@@ -13,7 +13,9 @@
 
 class ChannelWall;
 class LogPage;
+class OutputWall;
 class ServerBar;
+class ServerPage;
 
 /// The window: the state of the connection above, a page below. It needs nothing but the hub.
 class DeskWindow : public QMainWindow
@@ -36,6 +38,7 @@ public:
 private:
     void make_pages();
     QWidget *make_channel_page();
+    void show_liveness();
     void write_log();
 
     Glint *const hub;
@@ -45,6 +48,8 @@ private:
     Transport transport;
     ServerBar *server_bar = nullptr;
     ChannelWall *channel_wall = nullptr;
+    OutputWall *output_wall = nullptr;
+    ServerPage *server_page = nullptr;
     LogPage *log_page = nullptr;
     QTabWidget *pages = nullptr;
 };

@@ -28,17 +28,22 @@ ServerBar::ServerBar(Glint *server, ServerLink *server_link, QWidget *parent)
     , server_name(DeskStyle::label(this, "server name", 16, true))
     , server_address(DeskStyle::label(this, "server address"))
     , standard(DeskStyle::label(this, "standard"))
-    , timecode(DeskStyle::label(this, "ltc", 16, true))
+    , timecode(new ATimecodeLabel(this))
     , state(DeskStyle::label(this, "link state", 13, true))
 {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(12, 8, 12, 6);
     row->setSpacing(16);
-    for (QLabel *label : {server_name, server_address, standard, timecode})
-        row->addWidget(label);
+    auto *ltc_title = DeskStyle::label(this, "ltc title");
+    ltc_title->setText(QStringLiteral("LTC"));
+    for (QWidget *widget :
+        QList<QWidget *>{server_name, server_address, standard, ltc_title, timecode})
+        row->addWidget(widget);
+    timecode->set_font(ATimecodeLabel::Font::small);
+    timecode->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     row->addStretch();
     row->addWidget(state);
-    for (QLabel *label : {server_address, standard})
+    for (QLabel *label : {server_address, standard, ltc_title})
         DeskStyle::set_text_colour(label, DeskStyle::quiet);
 
     connect(hub, &Glint::connected, this, &ServerBar::ask_server);
@@ -48,11 +53,10 @@ ServerBar::ServerBar(Glint *server, ServerLink *server_link, QWidget *parent)
         [this](VideoStandard running, VideoRate, VideoResolution) {
             standard->setText(QString(VideoStandard_to_string(running)));
         });
-    connect(&ltc, &LTCModel::changed, this, &ServerBar::show_ltc);
+    connect(&ltc, &LTCModel::changed, timecode, [this] { timecode->set_timecode(ltc.get()); });
     connect(link, &ServerLink::changed, this, &ServerBar::show_link);
     connect(&second, &QTimer::timeout, this, &ServerBar::show_link);
     second.start(1000);
-    show_ltc();
     show_link();
 }
 
@@ -72,13 +76,6 @@ void ServerBar::ask_server()
 {
     hub->cmd_get_computer_name(name_answer);
     hub->cmd_get_video_standard(standard_answer);
-}
-
-void ServerBar::show_ltc()
-{
-    Corvane::ATimecode const now = ltc.get();
-    timecode->setText(QStringLiteral("LTC ")
-        + (now.is_defined() ? QString(now.toString(4)) : QStringLiteral("--:--:--:--")));
 }
 
 void ServerBar::show_link()

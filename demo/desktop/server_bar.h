@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <Tarn/ATimecodeLabel>
 #include <Tarn/CallbackGroup_set6>
 #include <Tarn/CallbackGroup_set8>
 #include <Tarn/Glint>
@@ -27,7 +28,6 @@ public:
 
 private:
     void ask_server();
-    void show_ltc();
     void show_link();
 
     Glint *const hub;
@@ -39,6 +39,6 @@ private:
     QLabel *server_name = nullptr;
     QLabel *server_address = nullptr;
     QLabel *standard = nullptr;
-    QLabel *timecode = nullptr;
+    ATimecodeLabel *timecode = nullptr;
     QLabel *state = nullptr;
 };

@@ -110,10 +110,9 @@ void Transport::record()
 {
     if (!has_channels())
         return;
-    QString const time
-        = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
+    QString const time = QDateTime::currentDateTime().toString(QStringLiteral("MMdd-HHmmss"));
     for (Channel channel : channels) {
-        QString const clip = QStringLiteral("%1 %2").arg(time, QString(Channel_to_string(channel)));
+        QString const clip = QStringLiteral("%1 %2").arg(QString(Channel_to_string(channel)), time);
         // Recording begins with `play`, but only where the clip could be made: otherwise the
         // channel would play what it has.
         auto *made = new CallbackGroup_set1(this);

@@ -48,6 +48,16 @@ struct DeskBench
         ChannelTile *found = tile(channel);
         return found ? text(found, label) : QString();
     }
+    QString speed(VCTP3::Channel channel)
+    {
+        ChannelTile *found = tile(channel);
+        return found ? found->findChild<ASpeedLabel *>()->shown_text() : QString();
+    }
+    QString timecode(VCTP3::Channel channel)
+    {
+        ChannelTile *found = tile(channel);
+        return found ? found->findChild<ATimecodeLabel *>()->shown_text() : QString();
+    }
     static QString text(QWidget *within, char const *label)
     {
         auto *found = within->findChild<QLabel *>(QLatin1String(label));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "demo/desktop/alert_list.h"
 #include "demo/desktop/level_meter.h"
 #include "demo/desktop/log_page.h"
+#include "sim/vesk/reports.h"
 #include "sim/vesk/vesk_world.h"
 #include "tests/desktop/desk_bench.h"
 
@@ -35,6 +37,10 @@ private Q_SLOTS:
     void the_bar_names_the_server();
     void values_are_stale_while_the_server_is_gone();
     void clips_that_come_and_go_are_in_the_list();
+    void an_output_shows_the_channel_that_feeds_it();
+    void an_output_follows_the_configuration();
+    void the_server_page_tells_the_facts();
+    void an_alert_is_shown_and_logged();
 };
 
 void TestDeskWindow::the_wall_has_a_tile_for_each_configured_channel()
@@ -142,12 +148,12 @@ void TestDeskWindow::shuttle_keys_step_along_the_speeds()
     }
     desk.press(Qt::Key_J);
     QTRY_COMPARE(desk.state(Channel::A).speed, 65536);
-    QTRY_COMPARE(desk.shown(Channel::A, "speed"), QStringLiteral("1.00\u00D7"));
+    QTRY_COMPARE(desk.speed(Channel::A), QStringLiteral("100%"));
     desk.press(Qt::Key_K);
     QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::stop);
     desk.press(Qt::Key_J);
     QTRY_COMPARE(desk.state(Channel::A).speed, -6553);
-    QTRY_COMPARE(desk.shown(Channel::A, "speed"), QStringLiteral("\u22120.10\u00D7"));
+    QTRY_COMPARE(desk.speed(Channel::A), QStringLiteral("-10%"));
 }
 
 void TestDeskWindow::the_record_key_records_a_new_clip()
@@ -216,7 +222,7 @@ void TestDeskWindow::the_tile_shows_what_the_channel_does()
     QTRY_COMPARE(desk.shown(Channel::C, "clip"), QStringLiteral("Bank 2/201-05"));
     other.cmd_play(Channel::C, -32768);
     QTRY_COMPARE(desk.shown(Channel::C, "status"), QStringLiteral("play"));
-    QTRY_COMPARE(desk.shown(Channel::C, "speed"), QStringLiteral("\u22120.50\u00D7"));
+    QTRY_COMPARE(desk.speed(Channel::C), QStringLiteral("-50%"));
 }
 
 void TestDeskWindow::the_tile_shows_timecode_and_what_remains()
@@ -225,12 +231,12 @@ void TestDeskWindow::the_tile_shows_timecode_and_what_remains()
     QVERIFY(desk.open());
     QVERIFY(desk.cue(Channel::A));
     QTRY_VERIFY(desk.shown(Channel::A, "remaining").startsWith(QLatin1String("left 01")));
-    QString const at_first = desk.shown(Channel::A, "timecode");
+    QString const at_first = desk.timecode(Channel::A);
     QString const input = desk.shown(Channel::A, "input timecode");
     desk.press(Qt::Key_Space);
     QTRY_COMPARE(desk.state(Channel::A).status, ChannelStatus::play);
     desk.server.advance(120);
-    QTRY_VERIFY(desk.shown(Channel::A, "timecode") > at_first);
+    QTRY_VERIFY(desk.timecode(Channel::A) > at_first);
     QTRY_VERIFY(desk.shown(Channel::A, "input timecode") > input);
     // Of its 90 s two have gone.
     QTRY_VERIFY(desk.shown(Channel::A, "remaining").startsWith(QLatin1String("left 01,27"))
@@ -306,6 +312,73 @@ void TestDeskWindow::clips_that_come_and_go_are_in_the_list()
     QTRY_COMPARE(desk.window.clips()->stringList().first(), QStringLiteral("Aaa"));
     desk.hub.cmd_delete_clip(AString::l1("Aaa"));
     QTRY_COMPARE(desk.window.clips()->stringList().first(), QStringLiteral("Bank 1/101-01"));
+}
+
+void TestDeskWindow::an_output_shows_the_channel_that_feeds_it()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.window.show_page(QStringLiteral("Outputs")));
+    QWidget *output = nullptr;
+    QTRY_VERIFY((output = desk.window.findChild<QWidget *>(QStringLiteral("output 3"))));
+    QCOMPARE(DeskBench::text(output, "source"), QStringLiteral("from C, angle 1"));
+    desk.hub.cmd_cue_clip(Channel::C, AString::l1("Bank 2/201-05"));
+    QTRY_COMPARE(DeskBench::text(output, "status"), QStringLiteral("cueing"));
+    desk.server.advance(5);
+    QTRY_COMPARE(DeskBench::text(output, "status"), QStringLiteral("stop"));
+    QTRY_COMPARE(DeskBench::text(output, "clip"), QStringLiteral("Bank 2/201-05"));
+}
+
+void TestDeskWindow::an_output_follows_the_configuration()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    auto const output_9
+        = [&] { return desk.window.findChild<QWidget *>(QStringLiteral("output 9")); };
+    QTRY_VERIFY(desk.window.findChild<QWidget *>(QStringLiteral("output 8")));
+    QVERIFY(!output_9());
+    desk.server.with_world([](VeskWorld &world) {
+        world.configuration.set(AString::l1("ChannelConfigurationSet2"), AString::l1("VVVV"));
+    });
+    QTRY_VERIFY(output_9());
+    QCOMPARE(DeskBench::text(output_9(), "source"), QStringLiteral("from I, angle 1"));
+}
+
+void TestDeskWindow::the_server_page_tells_the_facts()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.window.show_page(QStringLiteral("Server")));
+    auto const fact = [&](char const *title) { return DeskBench::text(&desk.window, title); };
+    QTRY_COMPARE(fact("Version"), QStringLiteral("1000 of sim/vesk"));
+    QTRY_COMPARE(fact("Standard after a reboot"), QStringLiteral("1080_59_94i"));
+    QTRY_COMPARE(fact("Board"), QStringLiteral("tamarind, 8 channels"));
+    QTRY_COMPARE(fact("Clips"), QString::number(desk.server.clip_ids().size()));
+    QTRY_VERIFY(fact("From input to output").endsWith(QLatin1String(" fields")));
+    QTRY_VERIFY(fact("Disk").endsWith(QLatin1String(" free")));
+    QTRY_VERIFY(fact("Temperature").endsWith(QStringLiteral("\u00B0C")));
+}
+
+void TestDeskWindow::an_alert_is_shown_and_logged()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    auto *list = desk.window.findChild<AlertList *>();
+    QCOMPARE(list->rowCount(), 0);
+    Alert alert;
+    alert.alert_name = AString::l1("fan");
+    alert.alert_name_description = AString::l1("Fan 2");
+    alert.alerting_level = AlertingLevel::error;
+    alert.alert_value_description = AString::l1("stands still");
+    desk.server.with_world([&](VeskWorld &world) {
+        world.reporter->report(ReportType::alerts, VeskReports::alert(alert));
+    });
+    QTRY_COMPARE(list->rowCount(), 1);
+    QTRY_COMPARE(list->item(0, 1)->text(), QStringLiteral("error"));
+    QCOMPARE(list->item(0, 0)->text(), QStringLiteral("Fan 2"));
+    QCOMPARE(list->item(0, 2)->text(), QStringLiteral("stands still"));
+    QVERIFY(desk.window.log()->toPlainText().contains(
+        QLatin1String("alert Fan 2: error, stands still")));
 }
 
 QTEST_MAIN(TestDeskWindow)

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <Tarn/ATimecodeLabel>
+#include <Tarn/Glint>
+#include <Tarn/OutputSource>
+
+#include <QLabel>
+
+/// What leaves one output: which channel feeds it, and what that does.
+class OutputTile : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// \a output counts from 0.
+    OutputTile(
+        Glint *hub, unsigned int output, ChannelCF::OutputSource const &source, QWidget *parent);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void show_clip();
+
+    QLabel *const title;
+    QLabel *const source_label;
+    QLabel *const status;
+    QLabel *const clip;
+    ATimecodeLabel *const timecode;
+    QString clip_id;
+};

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "demo/desktop/server_facts.h"
+
+#include "demo/desktop/clip_list.h"
+#include "demo/desktop/desk_style.h"
+
+#include <Tarn/CFModel>
+#include <Tarn/USModel>
+
+#include <QLocale>
+
+using namespace VCTP3;
+
+ServerFacts::ServerFacts(Glint *server, CFChannelConfig *config, ClipList *clips, QWidget *parent)
+    : QWidget(parent)
+    , hub(server)
+    , rows(new QFormLayout(this))
+    , latency_model(server)
+    , standard_model(server->get_cf_model())
+{
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setHorizontalSpacing(24);
+    rows->setVerticalSpacing(10);
+    version = add_row("Version");
+    standard = add_row("Standard after a reboot");
+    latency = add_row("From input to output");
+    board = add_row("Board");
+    clip_count = add_row("Clips");
+    disk = add_row("Disk");
+    temperature = add_row("Temperature");
+    follow_models(config, clips);
+    follow_reports();
+    connect(hub, &Glint::connected, this, &ServerFacts::ask);
+}
+
+QLabel *ServerFacts::add_row(char const *title)
+{
+    QLabel *name = DeskStyle::label(this, "title");
+    name->setText(QLatin1String(title));
+    DeskStyle::set_text_colour(name, DeskStyle::quiet);
+    QLabel *value = DeskStyle::label(this, title);
+    rows->addRow(name, value);
+    return value;
+}
+
+void ServerFacts::follow_models(CFChannelConfig *config, ClipList *clips)
+{
+    connect(&latency_model, &IOLatencyModel::changed, latency,
+        [this] { latency->setText(QStringLiteral("%1 fields").arg(latency_model.get())); });
+    connect(&standard_model, qOverload<Corvane::VideoStandard>(&VideoStandardModel::changed),
+        standard, [this] {
+            standard->setText(
+                hub->get_cf_model()->get_item(QStringLiteral("VideoStandard"))->get());
+        });
+    auto const show_board = [this, config] {
+        board->setText(
+            QStringLiteral("%1, %2 channels")
+                .arg(hub->get_us_model()->get_item(QStringLiteral("cf.orchard.type"))->get())
+                .arg(config->channel_count()));
+    };
+    connect(config, &CFChannelConfig::changed, board, show_board);
+    connect(config, &CFChannelConfig::board_type_changed, board, show_board);
+    auto const show_count = [this, clips] { clip_count->setNum(clips->rowCount()); };
+    connect(clips, &ClipList::complete, clip_count, show_count);
+    connect(clips, &ClipList::rowsInserted, clip_count, show_count);
+    connect(clips, &ClipList::rowsRemoved, clip_count, show_count);
+}
+
+void ServerFacts::follow_reports()
+{
+    connect(&version_answer, &CallbackGroup_set12::sig_version_info, version,
+        [this](AString const &revision, AString const &path) {
+            version->setText(QString(revision) + QStringLiteral(" of ") + QString(path));
+        });
+    connect(hub, &Glint::report_disk_space_changed, disk, [this](DiskSpaceChange const &space) {
+        QLocale const locale(QLocale::C);
+        disk->setText(QStringLiteral("%1 of %2 free")
+                          .arg(locale.formattedDataSize(qint64(space.available_disk_space)),
+                              locale.formattedDataSize(qint64(space.total_disk_space))));
+    });
+    connect(hub, &Glint::report_temperature, temperature, [this](unsigned int tenths) {
+        temperature->setText(QString::number(tenths / 10.0, 'f', 1) + QStringLiteral(" \u00B0C"));
+    });
+}
+
+void ServerFacts::ask()
+{
+    hub->cmd_get_version_info(version_answer);
+    // A registration belongs to a connection. Behind it comes the present state.
+    hub->cmd_report_register(ReportType::disk_space);
+    hub->cmd_report_register(ReportType::temperature);
+}
