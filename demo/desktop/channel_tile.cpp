@@ -4,6 +4,7 @@
 #include "demo/desktop/desk_style.h"
 #include "demo/desktop/level_meter.h"
 
+#include <Tarn/CFChannelConfig>
 #include <Tarn/USModel>
 
 #include <QGraphicsOpacityEffect>
@@ -52,11 +53,11 @@ QString output_list(CFChannelConfig::Outputs const &outputs)
 
 } // namespace
 
-ChannelTile::ChannelTile(Glint *hub, CFChannelConfig *config, Channel channel, QWidget *parent)
+ChannelTile::ChannelTile(Glint *server, Channel channel, QWidget *parent)
     : QWidget(parent)
-    , channel_config(config)
+    , hub(server)
     , number(channel)
-    , tally(hub->get_us_model(), static_cast<unsigned int>(channel))
+    , tally(server->get_us_model(), static_cast<unsigned int>(channel))
 {
     setObjectName(QStringLiteral("channel ") + QString(Channel_to_string(channel)));
     make_labels();
@@ -112,10 +113,11 @@ void ChannelTile::set_selected(bool on)
 void ChannelTile::show_configuration()
 {
     auto const i = static_cast<unsigned int>(number);
-    auto const count = channel_config->get_angle_count(i);
+    CFChannelConfig const *config = hub->get_channel_config();
+    auto const count = config->get_angle_count(i);
     angles->setText(
         count == 1 ? QStringLiteral("1 angle") : QStringLiteral("%1 angles").arg(count));
-    outputs->setText(output_list(channel_config->AllOutputs(i, false)));
+    outputs->setText(output_list(config->AllOutputs(i, false)));
 }
 
 void ChannelTile::show_status(ChannelStatus value)

@@ -3,7 +3,6 @@
 
 #include <Tarn/ASpeedLabel>
 #include <Tarn/ATimecodeLabel>
-#include <Tarn/CFChannelConfig>
 #include <Tarn/ChannelInformation>
 #include <Tarn/Glint>
 #include <Tarn/GlintChannelMonitor>
@@ -21,8 +20,8 @@ class ChannelTile : public QWidget
     Q_OBJECT
 
 public:
-    /// All of these must outlive the tile.
-    ChannelTile(Glint *hub, CFChannelConfig *config, VCTP3::Channel channel, QWidget *parent);
+    /// \a hub must outlive the tile.
+    ChannelTile(Glint *hub, VCTP3::Channel channel, QWidget *parent);
 
     VCTP3::Channel channel() const { return number; }
     void set_selected(bool on);
@@ -49,7 +48,7 @@ private:
     void show_remaining();
     QColor tally_colour() const;
 
-    CFChannelConfig *const channel_config;
+    Glint *const hub;
     VCTP3::Channel const number;
     TallyModel tally;
     QLabel *letter = nullptr;

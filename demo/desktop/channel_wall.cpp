@@ -3,6 +3,8 @@
 
 #include "demo/desktop/channel_tile.h"
 
+#include <Tarn/CFChannelConfig>
+
 #include <algorithm>
 
 namespace {
@@ -11,22 +13,22 @@ constexpr double shape = 1.25;
 
 } // namespace
 
-ChannelWall::ChannelWall(Glint *server, CFChannelConfig *channel_config, QWidget *parent)
+ChannelWall::ChannelWall(Glint *server, QWidget *parent)
     : TileGrid(shape, parent)
     , hub(server)
-    , config(channel_config)
 {
     // The items of a board change one after the other; one look at all of them is enough.
     configuration_settled.setSingleShot(true);
     configuration_settled.setInterval(0);
-    connect(config, &CFChannelConfig::changed, &configuration_settled, qOverload<>(&QTimer::start));
+    connect(hub->get_channel_config(), &CFChannelConfig::changed, &configuration_settled,
+        qOverload<>(&QTimer::start));
     connect(&configuration_settled, &QTimer::timeout, this, &ChannelWall::follow_configuration);
     follow_configuration();
 }
 
 void ChannelWall::follow_configuration()
 {
-    std::vector<unsigned int> channels = config->AllUserChannels();
+    std::vector<unsigned int> channels = hub->get_channel_config()->AllUserChannels();
     std::erase_if(channels, [](unsigned int channel) { return channel >= Glint::channel_count; });
     bool const same = std::equal(channels.begin(), channels.end(), all.begin(), all.end(),
         [](unsigned int channel, ChannelTile *tile) {
@@ -43,7 +45,7 @@ void ChannelWall::make_tiles(std::vector<unsigned int> const &channels)
     all.clear();
     QList<QWidget *> widgets;
     for (unsigned int channel : channels) {
-        auto *tile = new ChannelTile(hub, config, VCTP3::Channel(channel), this);
+        auto *tile = new ChannelTile(hub, VCTP3::Channel(channel), this);
         connect(tile, &ChannelTile::clicked, this, &ChannelWall::tile_clicked);
         all.append(tile);
         widgets.append(tile);

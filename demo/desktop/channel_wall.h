@@ -3,7 +3,6 @@
 
 #include "demo/desktop/tile_grid.h"
 
-#include <Tarn/CFChannelConfig>
 #include <Tarn/ChannelSet>
 #include <Tarn/Glint>
 
@@ -18,7 +17,7 @@ class ChannelWall : public TileGrid
     Q_OBJECT
 
 public:
-    ChannelWall(Glint *hub, CFChannelConfig *config, QWidget *parent);
+    ChannelWall(Glint *hub, QWidget *parent);
 
     QList<ChannelTile *> const &tiles() const { return all; }
     VCTP3::ChannelSet selection() const;
@@ -42,7 +41,6 @@ private:
     void select(ChannelTile *only);
 
     Glint *const hub;
-    CFChannelConfig *const config;
     QTimer configuration_settled;
     QList<ChannelTile *> all;
     int cursor = 0;

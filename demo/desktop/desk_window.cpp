@@ -14,7 +14,6 @@
 
 DeskWindow::DeskWindow(Glint *server)
     : hub(server)
-    , channel_config(hub->get_cf_model(), hub->get_us_model(), nullptr)
     , server_link(hub, nullptr)
     , clip_list(hub, nullptr)
     , transport(hub, nullptr)
@@ -48,9 +47,9 @@ void DeskWindow::show_liveness()
 void DeskWindow::make_pages()
 {
     pages->addTab(make_channel_page(), QStringLiteral("Channels"));
-    output_wall = new OutputWall(hub, &channel_config, pages);
+    output_wall = new OutputWall(hub, pages);
     pages->addTab(output_wall, QStringLiteral("Outputs"));
-    server_page = new ServerPage(hub, &channel_config, &clip_list, pages);
+    server_page = new ServerPage(hub, &clip_list, pages);
     pages->addTab(server_page, QStringLiteral("Server"));
     log_page = new LogPage(pages);
     pages->addTab(log_page, QStringLiteral("Log"));
@@ -62,7 +61,7 @@ QWidget *DeskWindow::make_channel_page()
     auto *column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    channel_wall = new ChannelWall(hub, &channel_config, page);
+    channel_wall = new ChannelWall(hub, page);
     column->addWidget(new TransportBar(&transport, &clip_list, channel_wall, page));
     column->addWidget(channel_wall, 1);
     return page;

@@ -5,7 +5,6 @@
 #include "demo/desktop/server_link.h"
 #include "demo/desktop/transport.h"
 
-#include <Tarn/CFChannelConfig>
 #include <Tarn/Glint>
 
 #include <QMainWindow>
@@ -42,7 +41,6 @@ private:
     void write_log();
 
     Glint *const hub;
-    CFChannelConfig channel_config;
     ServerLink server_link;
     ClipList clip_list;
     Transport transport;

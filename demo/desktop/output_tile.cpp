@@ -3,7 +3,7 @@
 
 #include "demo/desktop/desk_style.h"
 
-#include <Tarn/GlintChannelMonitor>
+#include <Tarn/GlintOutputMonitor>
 
 #include <QPainter>
 
@@ -25,9 +25,9 @@ QString source_text(ChannelCF::OutputSource const &source)
 
 } // namespace
 
-OutputTile::OutputTile(
-    Glint *hub, unsigned int output, ChannelCF::OutputSource const &source, QWidget *parent)
+OutputTile::OutputTile(Glint *hub, unsigned int output, QWidget *parent)
     : QWidget(parent)
+    , output_number(output)
     , title(DeskStyle::label(this, "title"))
     , source_label(DeskStyle::label(this, "source"))
     , status(DeskStyle::label(this, "status"))
@@ -36,22 +36,26 @@ OutputTile::OutputTile(
 {
     setObjectName(QStringLiteral("output %1").arg(output + 1));
     title->setText(QStringLiteral("Output %1").arg(output + 1));
-    source_label->setText(source_text(source));
     source_label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     status->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     DeskStyle::set_text_colour(source_label, DeskStyle::quiet);
 
-    GlintChannelMonitor *monitor = hub->toMonitor(Channel(source.channel));
-    connect(monitor, &GlintChannelMonitor::report_status, this, [this](ChannelStatus value) {
+    GlintOutputMonitor *monitor = hub->get_output_monitor(output);
+    connect(monitor, &GlintOutputMonitor::report_status, this, [this](ChannelStatus value) {
         status->setText(QString(ChannelStatus_to_string(value)));
         DeskStyle::set_text_colour(status, DeskStyle::status_colour(value));
     });
-    connect(monitor, &GlintChannelMonitor::report_clipid, this, [this](QString const &id) {
+    connect(monitor, &GlintOutputMonitor::report_clipid, this, [this](QString const &id) {
         clip_id = id;
         show_clip();
     });
-    connect(monitor, &GlintChannelMonitor::report_display_timecode, timecode,
+    connect(monitor, &GlintOutputMonitor::report_display_timecode, timecode,
         &ATimecodeLabel::set_timecode);
+}
+
+void OutputTile::show_source(ChannelCF::OutputSource const &source)
+{
+    source_label->setText(source_text(source));
 }
 
 void OutputTile::show_clip()
@@ -85,7 +89,7 @@ void OutputTile::resizeEvent(QResizeEvent *)
     bool const is_large = area.width() >= 270 && area.bottom() - y >= 44;
     timecode->set_font(is_large ? ATimecodeLabel::Font::large : ATimecodeLabel::Font::small);
     QSize const size = timecode->sizeHint();
-    timecode->setGeometry(
-        area.left(), y + (area.bottom() - y - size.height()) / 2, size.width(), size.height());
+    int const below = std::min((area.bottom() - y - size.height()) / 2, row / 3);
+    timecode->setGeometry(area.left(), y + below, size.width(), size.height());
     show_clip();
 }

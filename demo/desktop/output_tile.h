@@ -14,8 +14,11 @@ class OutputTile : public QWidget
 
 public:
     /// \a output counts from 0.
-    OutputTile(
-        Glint *hub, unsigned int output, ChannelCF::OutputSource const &source, QWidget *parent);
+    OutputTile(Glint *hub, unsigned int output, QWidget *parent);
+
+    unsigned int output() const { return output_number; }
+    /// Which channel feeds it. What that does is told by the output's monitor.
+    void show_source(ChannelCF::OutputSource const &source);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -24,6 +27,7 @@ protected:
 private:
     void show_clip();
 
+    unsigned int const output_number;
     QLabel *const title;
     QLabel *const source_label;
     QLabel *const status;

@@ -3,6 +3,10 @@
 
 #include "demo/desktop/output_tile.h"
 
+#include <Tarn/CFChannelConfig>
+
+#include <algorithm>
+
 namespace {
 
 constexpr double shape = 2;
@@ -10,34 +14,40 @@ constexpr unsigned int most_outputs = 40;
 
 } // namespace
 
-OutputWall::OutputWall(Glint *server, CFChannelConfig *channel_config, QWidget *parent)
+OutputWall::OutputWall(Glint *server, QWidget *parent)
     : TileGrid(shape, parent)
     , hub(server)
-    , config(channel_config)
 {
     configuration_settled.setSingleShot(true);
     configuration_settled.setInterval(0);
-    connect(config, &CFChannelConfig::changed, &configuration_settled, qOverload<>(&QTimer::start));
+    connect(hub->get_channel_config(), &CFChannelConfig::changed, &configuration_settled,
+        qOverload<>(&QTimer::start));
     connect(&configuration_settled, &QTimer::timeout, this, &OutputWall::follow_configuration);
     follow_configuration();
 }
 
 void OutputWall::follow_configuration()
 {
-    QList<ChannelCF::OutputSource> now;
+    CFChannelConfig const *config = hub->get_channel_config();
     QList<unsigned int> outputs;
-    for (unsigned int output = 0; output < most_outputs; ++output) {
-        AOption<ChannelCF::OutputSource> const source = config->GetOutputSource(output);
-        if (!source || source->channel >= Glint::channel_count)
-            continue;
-        now.append(*source);
-        outputs.append(output);
+    for (unsigned int output = 0; output < most_outputs; ++output)
+        if (config->GetOutputSource(output))
+            outputs.append(output);
+    bool const same = std::equal(outputs.begin(), outputs.end(), all.begin(), all.end(),
+        [](unsigned int output, OutputTile *tile) { return tile->output() == output; });
+    if (!same)
+        make_tiles(outputs);
+    for (OutputTile *tile : all)
+        tile->show_source(*config->GetOutputSource(tile->output()));
+}
+
+void OutputWall::make_tiles(QList<unsigned int> const &outputs)
+{
+    all.clear();
+    QList<QWidget *> widgets;
+    for (unsigned int output : outputs) {
+        all.append(new OutputTile(hub, output, this));
+        widgets.append(all.last());
     }
-    if (now == sources)
-        return;
-    sources = now;
-    QList<QWidget *> tiles;
-    for (int i = 0; i < now.size(); ++i)
-        tiles.append(new OutputTile(hub, outputs[i], now[i], this));
-    set_tiles(tiles);
+    set_tiles(widgets);
 }

@@ -3,10 +3,11 @@
 
 #include "demo/desktop/tile_grid.h"
 
-#include <Tarn/CFChannelConfig>
 #include <Tarn/Glint>
 
 #include <QTimer>
+
+class OutputTile;
 
 /// A tile for each output that a channel feeds.
 class OutputWall : public TileGrid
@@ -14,13 +15,13 @@ class OutputWall : public TileGrid
     Q_OBJECT
 
 public:
-    OutputWall(Glint *hub, CFChannelConfig *config, QWidget *parent);
+    OutputWall(Glint *hub, QWidget *parent);
 
 private:
     void follow_configuration();
+    void make_tiles(QList<unsigned int> const &outputs);
 
     Glint *const hub;
-    CFChannelConfig *const config;
     QTimer configuration_settled;
-    QList<ChannelCF::OutputSource> sources;
+    QList<OutputTile *> all;
 };

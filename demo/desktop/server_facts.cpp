@@ -4,6 +4,7 @@
 #include "demo/desktop/clip_list.h"
 #include "demo/desktop/desk_style.h"
 
+#include <Tarn/CFChannelConfig>
 #include <Tarn/CFModel>
 #include <Tarn/USModel>
 
@@ -11,7 +12,7 @@
 
 using namespace VCTP3;
 
-ServerFacts::ServerFacts(Glint *server, CFChannelConfig *config, ClipList *clips, QWidget *parent)
+ServerFacts::ServerFacts(Glint *server, ClipList *clips, QWidget *parent)
     : QWidget(parent)
     , hub(server)
     , rows(new QFormLayout(this))
@@ -28,7 +29,7 @@ ServerFacts::ServerFacts(Glint *server, CFChannelConfig *config, ClipList *clips
     clip_count = add_row("Clips");
     disk = add_row("Disk");
     temperature = add_row("Temperature");
-    follow_models(config, clips);
+    follow_models(clips);
     follow_reports();
     connect(hub, &Glint::connected, this, &ServerFacts::ask);
 }
@@ -43,7 +44,7 @@ QLabel *ServerFacts::add_row(char const *title)
     return value;
 }
 
-void ServerFacts::follow_models(CFChannelConfig *config, ClipList *clips)
+void ServerFacts::follow_models(ClipList *clips)
 {
     connect(&latency_model, &IOLatencyModel::changed, latency,
         [this] { latency->setText(QStringLiteral("%1 fields").arg(latency_model.get())); });
@@ -52,14 +53,14 @@ void ServerFacts::follow_models(CFChannelConfig *config, ClipList *clips)
             standard->setText(
                 hub->get_cf_model()->get_item(QStringLiteral("VideoStandard"))->get());
         });
-    auto const show_board = [this, config] {
+    auto const show_board = [this, config = hub->get_channel_config()] {
         board->setText(
             QStringLiteral("%1, %2 channels")
                 .arg(hub->get_us_model()->get_item(QStringLiteral("cf.orchard.type"))->get())
                 .arg(config->channel_count()));
     };
-    connect(config, &CFChannelConfig::changed, board, show_board);
-    connect(config, &CFChannelConfig::board_type_changed, board, show_board);
+    connect(hub->get_channel_config(), &CFChannelConfig::changed, board, show_board);
+    connect(hub->get_channel_config(), &CFChannelConfig::board_type_changed, board, show_board);
     auto const show_count = [this, clips] { clip_count->setNum(clips->rowCount()); };
     connect(clips, &ClipList::complete, clip_count, show_count);
     connect(clips, &ClipList::rowsInserted, clip_count, show_count);

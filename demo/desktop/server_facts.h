@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <Tarn/CFChannelConfig>
 #include <Tarn/CallbackGroup_set12>
 #include <Tarn/Glint>
 #include <Tarn/IOLatencyModel>
@@ -19,11 +18,11 @@ class ServerFacts : public QWidget
     Q_OBJECT
 
 public:
-    ServerFacts(Glint *hub, CFChannelConfig *config, ClipList *clips, QWidget *parent);
+    ServerFacts(Glint *hub, ClipList *clips, QWidget *parent);
 
 private:
     QLabel *add_row(char const *title);
-    void follow_models(CFChannelConfig *config, ClipList *clips);
+    void follow_models(ClipList *clips);
     void follow_reports();
     void ask();
 

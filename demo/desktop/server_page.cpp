@@ -8,7 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
-ServerPage::ServerPage(Glint *hub, CFChannelConfig *config, ClipList *clips, QWidget *parent)
+ServerPage::ServerPage(Glint *hub, ClipList *clips, QWidget *parent)
     : QWidget(parent)
     , alert_list(new AlertList(hub, this))
 {
@@ -16,7 +16,7 @@ ServerPage::ServerPage(Glint *hub, CFChannelConfig *config, ClipList *clips, QWi
     row->setContentsMargins(8, 8, 8, 8);
     row->setSpacing(6);
     alert_list->setFrameShape(QFrame::NoFrame);
-    row->addWidget(make_panel("Server", new ServerFacts(hub, config, clips, this)), 2);
+    row->addWidget(make_panel("Server", new ServerFacts(hub, clips, this)), 2);
     row->addWidget(make_panel("Alerts", alert_list), 3);
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <Tarn/CFChannelConfig>
 #include <Tarn/Glint>
 
 #include <QWidget>
@@ -15,7 +14,7 @@ class ServerPage : public QWidget
     Q_OBJECT
 
 public:
-    ServerPage(Glint *hub, CFChannelConfig *config, ClipList *clips, QWidget *parent);
+    ServerPage(Glint *hub, ClipList *clips, QWidget *parent);
 
     AlertList *alerts() const { return alert_list; }
 
