@@ -17,6 +17,7 @@ public:
         : owner(of)
         , outer(std::exchange(of->writing, this))
     {
+        ++of->sent;
     }
     ~Message() { owner->writing = outer; }
     Message(Message const &) = delete;

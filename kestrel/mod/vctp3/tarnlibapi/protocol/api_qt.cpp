@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/clock.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt_impl_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/callback_group_helper.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/xml_parse_engine2.h"
@@ -90,6 +91,23 @@ bool APIQt::is_localhost() const
     return is_connected() && socket->peerAddress().isLoopback();
 }
 
+APIQt::Traffic APIQt::traffic() const
+{
+    Traffic result = total_traffic;
+    result.messages_sent = impl->messages_sent();
+    return result;
+}
+
+unsigned int APIQt::outstanding_commands() const
+{
+    return impl->outstanding_commands();
+}
+
+unsigned long long APIQt::input_waiting() const
+{
+    return parser->waiting_bytes() + static_cast<unsigned long long>(socket->bytesAvailable());
+}
+
 void APIQt::fail_all_pending_commands()
 {
     impl->fail_all_pending_commands();
@@ -109,10 +127,12 @@ void APIQt::send(void const *data, unsigned long long size)
 {
     if (size == 0)
         return;
-    if (is_connected())
+    if (is_connected()) {
+        total_traffic.bytes_sent += size;
         socket->write(static_cast<char const *>(data), static_cast<qint64>(size));
-    else
+    } else {
         fail_all_pending_commands();
+    }
 }
 
 bool APIQt::parse_intercept(XMLTree const &)
@@ -145,6 +165,7 @@ void APIQt::connect_socket()
 {
     connect(socket, &QTcpSocket::stateChanged, this, &APIQt::slot_stateChanged);
     connect(socket, &QTcpSocket::readyRead, this, &APIQt::slot_readyRead);
+    connect(socket, &QTcpSocket::errorOccurred, this, &APIQt::keep_socket_error);
     connect(socket, &QTcpSocket::connected, this, &APIQt::connected);
     connect(socket, &QTcpSocket::disconnected, this, &APIQt::disconnected);
     connect(socket, &QTcpSocket::stateChanged, this, &APIQt::stateChanged);
@@ -164,9 +185,11 @@ void APIQt::slot_readyRead()
     while (socket->bytesAvailable() > 0 && parser->input_wanted()) {
         QByteArray const bytes = socket->read(std::min(socket->bytesAvailable(), longest_read));
         if (bytes.isEmpty()) {
+            keep_socket_error();
             disconnect_from_server();
             return;
         }
+        total_traffic.bytes_received += static_cast<unsigned long long>(bytes.size());
         parser->input_bytes(bytes);
     }
     slot_xmlReady();
@@ -178,10 +201,23 @@ void APIQt::slot_xmlReady()
         XMLTree const message = parser->get_xml();
         if (message.is_null())
             return;
-        if (!parse_intercept(message))
-            impl->parse(message);
+        ++total_traffic.messages_received;
+        if (parse_intercept(message))
+            continue;
+        impl->parse(message);
+        if (!impl->parsed_ok()) {
+            ++total_traffic.messages_dropped;
+            total_traffic.last_drop_reason = impl->parse_error_text().deep_copy(32);
+            total_traffic.last_drop_ticks = ACounter::ticks();
+        }
     }
+    last_error_text = QStringLiteral("The server has sent what is no message, or one too long");
     disconnect_from_server();
+}
+
+void APIQt::keep_socket_error()
+{
+    last_error_text = socket->errorString();
 }
 
 /// Nothing of the stream before reaches a caller behind this. The number goes first: a message that

@@ -50,6 +50,8 @@ public:
     void input_bytes(unsigned long long byte_count, void const *data);
     /// Whether what waits is below `high_water`. Once it is not, `input_wanted_again` will follow.
     bool input_wanted() const;
+    /// Message bytes that wait, as read or as trees. From any thread.
+    unsigned long long waiting_bytes() const { return waiting; }
 
     /// The next tree; null when there is none yet, and from an error on.
     XMLTree get_xml();

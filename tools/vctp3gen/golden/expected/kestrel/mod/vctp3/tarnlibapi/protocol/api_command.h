@@ -26,6 +26,9 @@ public:
     /// Called at the head of every `send`; null ends that. Set it while no thread sends.
     void set_send_debug_hook(AFunction1<XMLTree const &> const &hook);
 
+    /// How many messages have been sent, from any thread.
+    unsigned long long messages_sent() const { return sent; }
+
     // Driving
     /// Answer: ok.
     void cmd_stop(AString const &xid);
@@ -71,6 +74,7 @@ private:
     PortableMutex send_mutex; // held while a message is written; taken after no other lock
     Message *writing = nullptr; // being written; guarded by send_mutex
     std::atomic<unsigned int> streams{0};
+    std::atomic<unsigned long long> sent{0};
 };
 
 } // namespace VCTP3

@@ -53,6 +53,29 @@ public:
     /// Whether the connected peer is the IPv4 or IPv6 loopback address; false while not connected.
     bool is_localhost() const;
 
+    /// What has passed since this object was made.
+    struct Traffic
+    {
+        unsigned long long messages_received = 0;
+        unsigned long long bytes_received = 0;
+        /// Commands, those too that found no connection.
+        unsigned long long messages_sent = 0;
+        /// Written to the socket.
+        unsigned long long bytes_sent = 0;
+        /// Received messages that were not understood, what was wrong with the last one, and when
+        /// that was by `ACounter`.
+        unsigned long long messages_dropped = 0;
+        AString last_drop_reason;
+        long long last_drop_ticks = 0;
+    };
+    Traffic traffic() const;
+    /// How many commands await their last reply. From any thread.
+    unsigned int outstanding_commands() const;
+    /// Bytes that have been received and not yet been handled as messages.
+    unsigned long long input_waiting() const;
+    /// Why the last connection could not be made or has ended; empty if nothing went wrong yet.
+    QString last_error() const { return last_error_text; }
+
     /// Ends every command in flight by the error signal of its group.
     void fail_all_pending_commands();
     /// Called with each message before it is written. A null callable ends that.
@@ -135,6 +158,7 @@ private:
 
     void connect_socket();
     void begin_stream();
+    void keep_socket_error();
 
     std::unique_ptr<APIQtImpl> impl;
     std::unique_ptr<XMLParseEngine2> parser;
@@ -143,6 +167,8 @@ private:
     bool has_address = false;
     QHostAddress address;
     QTcpSocket *socket = nullptr; // child of this object
+    Traffic total_traffic;
+    QString last_error_text;
 };
 
 } // namespace VCTP3
