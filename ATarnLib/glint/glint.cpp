@@ -6,6 +6,7 @@
 #include "ATarnLib/glint/cf_channel_config.h"
 #include "ATarnLib/glint/glint_audio_levels.h"
 #include "ATarnLib/glint/glint_channel_monitor.h"
+#include "ATarnLib/glint/glint_health.h"
 #include "ATarnLib/glint/glint_output_monitor.h"
 #include "ATarnLib/glint/glint_timecode.h"
 #include "ATarnLib/glint/us_model.h"
@@ -36,6 +37,7 @@ Glint::Glint(bool local, QObject *parent)
     make_monitors();
     connect_reports();
     connect(this, &Glint::connected, this, &Glint::slot_connected);
+    health = new GlintHealth(this);
 }
 
 Glint::Glint(QString const &server, QObject *parent)

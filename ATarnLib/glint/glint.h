@@ -16,6 +16,7 @@ class CFChannelConfig;
 class CFModel;
 class GlintAudioLevels;
 class GlintChannelMonitor;
+class GlintHealth;
 class GlintOutputMonitor;
 class GlintTimecode;
 class AlertModel;
@@ -104,6 +105,9 @@ public:
     /// What the configuration means in channels, angles and outputs.
     CFChannelConfig *get_channel_config() const { return channel_config; }
 
+    /// How the connection and the event loop are doing.
+    GlintHealth *get_health() const { return health; }
+
     /// The database of that name. An assertion, and null, while there is no manager of stores.
     AReference<LightStoreDBObject> lightstore(QString const &name);
 
@@ -156,6 +160,9 @@ protected:
     bool parse_intercept(XMLTree const &message) override;
 
 private:
+    friend class GlintHealth;
+
+    AString last_drop_reason() const;
     void make_workers();
     void make_models(bool local);
     void make_monitors();
@@ -191,5 +198,6 @@ private:
     CFModel *cf_model = nullptr;
     USModel *us_model = nullptr;
     CFChannelConfig *channel_config = nullptr;
+    GlintHealth *health = nullptr;
     std::list<unsigned int> levels_scratch = std::list<unsigned int>(16);
 };

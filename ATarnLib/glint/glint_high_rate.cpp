@@ -103,3 +103,19 @@ void Glint::process_audio_levels()
     if (delivered)
         levels_timer->start();
 }
+
+/// Of the parser or of a worker, whichever dropped last.
+AString Glint::last_drop_reason() const
+{
+    Traffic const passed = traffic();
+    AString reason = passed.last_drop_reason;
+    long long at_ticks = passed.last_drop_ticks;
+    for (GlintWorker const *worker : {static_cast<GlintWorker const *>(timecode_worker),
+             static_cast<GlintWorker const *>(levels_worker)}) {
+        if (worker->dropped() == 0 || (!reason.empty() && worker->last_drop_ticks() < at_ticks))
+            continue;
+        reason = worker->last_drop_reason();
+        at_ticks = worker->last_drop_ticks();
+    }
+    return reason;
+}

@@ -2,6 +2,7 @@
 #include "ATarnLib/glint/glint_worker.h"
 
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/clock.h"
 
 GlintWorker::GlintWorker()
 {
@@ -28,7 +29,12 @@ unsigned int GlintWorker::work_waiting() const
 
 AString GlintWorker::last_drop_reason() const
 {
-    return *AProtect<AString>::Lock(drop_reason);
+    return AProtect<Drop>::Lock(last_drop)->reason;
+}
+
+long long GlintWorker::last_drop_ticks() const
+{
+    return AProtect<Drop>::Lock(last_drop)->at_ticks;
 }
 
 void GlintWorker::process_work()
@@ -67,5 +73,5 @@ void GlintWorker::process(WorkItem const &item)
         return;
     A_ASSERT(false);
     dropped_count.fetch_add(1, std::memory_order_relaxed);
-    *AProtect<AString>::Lock(drop_reason) = error.deep_copy(32);
+    *AProtect<Drop>::Lock(last_drop) = {error.deep_copy(32), ACounter::ticks()};
 }

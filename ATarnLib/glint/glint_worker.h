@@ -25,9 +25,11 @@ public:
     /// @{
     /// Messages that wait for being decoded.
     unsigned int work_waiting() const;
-    /// Messages that could not be decoded, and what was wrong with the last one.
+    /// Messages that could not be decoded.
     unsigned long long dropped() const { return dropped_count.load(std::memory_order_relaxed); }
+    /// What was wrong with the last one, and when that was by `ACounter`.
     AString last_drop_reason() const;
+    long long last_drop_ticks() const;
     /// @}
 
 Q_SIGNALS:
@@ -61,11 +63,17 @@ private:
         bool wake_sent = false; // since the worker took the items last
     };
 
+    struct Drop
+    {
+        AString reason;
+        long long at_ticks = 0;
+    };
+
     bool take_work();
     void process(WorkItem const &item);
 
     AProtect<Work> work;
     std::vector<WorkItem> taken; // worker; its room goes back and forth
     std::atomic<unsigned long long> dropped_count{0};
-    AProtect<AString> drop_reason;
+    AProtect<Drop> last_drop;
 };
