@@ -14,7 +14,7 @@ pictures=$(dirname "$build")/demo
 mkdir -p "$pictures"
 printf '\nThe desktop\n'
 for size in 1280x720 1920x1080; do
-    for page in Channels Outputs Server; do
+    for page in Channels Outputs Server Configuration; do
         file=$pictures/desk-${page,,}-$size.png
         # What the platform without a display lacks is of no interest here.
         QT_LOGGING_RULES='qt.qpa.*=false' "$build/bin/tarn-desk" --page "$page" --size "$size" \

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPalette>
 #include <QStyleFactory>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -69,6 +70,23 @@ void DeskStyle::set_text_colour(QWidget *widget, QColor const &colour)
         palette.setColor(group, QPalette::WindowText, colour);
     palette.setColor(QPalette::Disabled, QPalette::WindowText, stale);
     widget->setPalette(palette);
+}
+
+QWidget *DeskStyle::panel_with(QWidget *parent, char const *title, QWidget *content)
+{
+    auto *frame = new QWidget(parent);
+    frame->setAutoFillBackground(true);
+    QPalette palette = frame->palette();
+    palette.setColor(QPalette::Window, panel);
+    frame->setPalette(palette);
+    auto *column = new QVBoxLayout(frame);
+    column->setContentsMargins(16, 12, 16, 12);
+    column->setSpacing(14);
+    QLabel *heading = label(frame, "heading", 15, true);
+    heading->setText(QLatin1String(title));
+    column->addWidget(heading);
+    column->addWidget(content, 1);
+    return frame;
 }
 
 QColor DeskStyle::status_colour(VCTP3::ChannelStatus status)

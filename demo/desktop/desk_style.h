@@ -35,6 +35,8 @@ QFont font(int pixels, bool bold = false);
 QLabel *label(QWidget *parent, char const *object_name, int pixels = 13, bool bold = false);
 /// Colours the text of a widget while it is enabled; a disabled one has the colour of stale values.
 void set_text_colour(QWidget *widget, QColor const &colour);
+/// A panel with a heading above \a content.
+QWidget *panel_with(QWidget *parent, char const *title, QWidget *content);
 QColor status_colour(VCTP3::ChannelStatus status);
 
 } // namespace DeskStyle

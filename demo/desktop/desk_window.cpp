@@ -3,6 +3,7 @@
 
 #include "demo/desktop/alert_list.h"
 #include "demo/desktop/channel_wall.h"
+#include "demo/desktop/configuration_page.h"
 #include "demo/desktop/log_page.h"
 #include "demo/desktop/output_wall.h"
 #include "demo/desktop/server_bar.h"
@@ -40,7 +41,8 @@ DeskWindow::DeskWindow(Glint *server)
 /// Disabled widgets have the colours of what is not known to be true any more.
 void DeskWindow::show_liveness()
 {
-    for (QWidget *widget : QList<QWidget *>{channel_wall, output_wall, server_page})
+    for (QWidget *widget :
+        QList<QWidget *>{channel_wall, output_wall, server_page, configuration_page})
         widget->setEnabled(server_link.is_live());
 }
 
@@ -51,6 +53,8 @@ void DeskWindow::make_pages()
     pages->addTab(output_wall, QStringLiteral("Outputs"));
     server_page = new ServerPage(hub, &clip_list, pages);
     pages->addTab(server_page, QStringLiteral("Server"));
+    configuration_page = new ConfigurationPage(hub, pages);
+    pages->addTab(configuration_page, QStringLiteral("Configuration"));
     log_page = new LogPage(pages);
     pages->addTab(log_page, QStringLiteral("Log"));
 }

@@ -11,6 +11,7 @@
 #include <QTabWidget>
 
 class ChannelWall;
+class ConfigurationPage;
 class LogPage;
 class OutputWall;
 class ServerBar;
@@ -48,6 +49,7 @@ private:
     ChannelWall *channel_wall = nullptr;
     OutputWall *output_wall = nullptr;
     ServerPage *server_page = nullptr;
+    ConfigurationPage *configuration_page = nullptr;
     LogPage *log_page = nullptr;
     QTabWidget *pages = nullptr;
 };

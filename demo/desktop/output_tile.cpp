@@ -19,7 +19,7 @@ QString source_text(ChannelCF::OutputSource const &source)
 {
     return QStringLiteral("from %1, %2 %3")
         .arg(QString(Channel_to_string(Channel(source.channel))),
-            source.key ? QStringLiteral("key") : QStringLiteral("angle"))
+            source.key ? QStringLiteral("key") : QStringLiteral("video"))
         .arg(source.angle + 1);
 }
 

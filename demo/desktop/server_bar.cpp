@@ -39,6 +39,7 @@ ServerBar::ServerBar(Glint *server, ServerLink *server_link, QWidget *parent)
     for (QWidget *widget :
         QList<QWidget *>{server_name, server_address, standard, ltc_title, timecode})
         row->addWidget(widget);
+    server_name->setText(QStringLiteral("Tarn Desk"));
     timecode->set_font(ATimecodeLabel::Font::small);
     timecode->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     row->addStretch();

@@ -19,7 +19,5 @@ public:
     AlertList *alerts() const { return alert_list; }
 
 private:
-    QWidget *make_panel(char const *title, QWidget *content);
-
     AlertList *alert_list;
 };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "demo/desktop/alert_list.h"
+#include "demo/desktop/board_picture.h"
 #include "demo/desktop/level_meter.h"
 #include "demo/desktop/log_page.h"
 #include "sim/vesk/reports.h"
@@ -7,6 +8,7 @@
 #include "tests/desktop/desk_bench.h"
 
 #include <QComboBox>
+#include <QPushButton>
 #include <QToolButton>
 
 using namespace VCTP3;
@@ -41,6 +43,9 @@ private Q_SLOTS:
     void an_output_follows_the_configuration();
     void the_server_page_tells_the_facts();
     void an_alert_is_shown_and_logged();
+    void a_chosen_setting_waits_for_the_commit();
+    void a_revert_takes_back_what_was_chosen();
+    void the_board_is_drawn_as_chosen();
 };
 
 void TestDeskWindow::the_wall_has_a_tile_for_each_configured_channel()
@@ -321,7 +326,7 @@ void TestDeskWindow::an_output_shows_the_channel_that_feeds_it()
     QVERIFY(desk.window.show_page(QStringLiteral("Outputs")));
     QWidget *output = nullptr;
     QTRY_VERIFY((output = desk.window.findChild<QWidget *>(QStringLiteral("output 3"))));
-    QCOMPARE(DeskBench::text(output, "source"), QStringLiteral("from C, angle 1"));
+    QCOMPARE(DeskBench::text(output, "source"), QStringLiteral("from C, video 1"));
     desk.hub.cmd_cue_clip(Channel::C, AString::l1("Bank 2/201-05"));
     QTRY_COMPARE(DeskBench::text(output, "status"), QStringLiteral("cueing"));
     desk.server.advance(5);
@@ -341,7 +346,7 @@ void TestDeskWindow::an_output_follows_the_configuration()
         world.configuration.set(AString::l1("ChannelConfigurationSet2"), AString::l1("VVVV"));
     });
     QTRY_VERIFY(output_9());
-    QCOMPARE(DeskBench::text(output_9(), "source"), QStringLiteral("from I, angle 1"));
+    QCOMPARE(DeskBench::text(output_9(), "source"), QStringLiteral("from I, video 1"));
 }
 
 void TestDeskWindow::the_server_page_tells_the_facts()
@@ -379,6 +384,75 @@ void TestDeskWindow::an_alert_is_shown_and_logged()
     QCOMPARE(list->item(0, 2)->text(), QStringLiteral("stands still"));
     QVERIFY(desk.window.log()->toPlainText().contains(
         QLatin1String("alert Fan 2: error, stands still")));
+}
+
+namespace {
+
+/// Chooses a value as a user does.
+void choose(QComboBox *box, QString const &value)
+{
+    box->setCurrentIndex(box->findData(value));
+    Q_EMIT box->activated(box->currentIndex());
+}
+
+QPushButton *button(DeskBench *desk, char const *text)
+{
+    for (auto *one : desk->window.findChildren<QPushButton *>())
+        if (one->text() == QLatin1String(text))
+            return one;
+    return nullptr;
+}
+
+} // namespace
+
+void TestDeskWindow::a_chosen_setting_waits_for_the_commit()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.window.show_page(QStringLiteral("Configuration")));
+    auto *box = desk.window.findChild<QComboBox *>(QStringLiteral("VideoAspectRatio"));
+    QTRY_COMPARE(box->currentData().toString(), QStringLiteral("16x9"));
+    QVERIFY(!button(&desk, "Commit")->isEnabled());
+    choose(box, QStringLiteral("4x3"));
+    QTRY_VERIFY(button(&desk, "Commit")->isEnabled());
+    QCOMPARE(DeskBench::text(&desk.window, "configuration state"),
+        QStringLiteral("There are changes to commit"));
+    auto const saved
+        = [&] { return QString(desk.server.setting(AString::l1("VideoAspectRatio"))->saved); };
+    QCOMPARE(saved(), QStringLiteral("16x9"));
+    QTest::mouseClick(button(&desk, "Commit"), Qt::LeftButton);
+    QTRY_COMPARE(saved(), QStringLiteral("4x3"));
+    QTRY_VERIFY(!button(&desk, "Commit")->isEnabled());
+}
+
+void TestDeskWindow::a_revert_takes_back_what_was_chosen()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.window.show_page(QStringLiteral("Configuration")));
+    auto *box = desk.window.findChild<QComboBox *>(QStringLiteral("VideoAspectRatio"));
+    QTRY_COMPARE(box->currentData().toString(), QStringLiteral("16x9"));
+    choose(box, QStringLiteral("4x3"));
+    QTRY_VERIFY(button(&desk, "Revert")->isEnabled());
+    QTest::mouseClick(button(&desk, "Revert"), Qt::LeftButton);
+    QTRY_COMPARE(box->currentData().toString(), QStringLiteral("16x9"));
+    QTRY_VERIFY(!button(&desk, "Revert")->isEnabled());
+}
+
+void TestDeskWindow::the_board_is_drawn_as_chosen()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.window.show_page(QStringLiteral("Configuration")));
+    auto *box = desk.window.findChild<QComboBox *>(QStringLiteral("ChannelConfigurationSet2"));
+    QTRY_COMPARE(box->currentData().toString(), QStringLiteral("absent"));
+    auto *picture = desk.window.findChild<BoardPicture *>();
+    QImage const before = picture->grab().toImage();
+    choose(box, QStringLiteral("VVVV"));
+    QTRY_VERIFY(picture->grab().toImage() != before);
+    QTRY_COMPARE(desk.window.wall()->tiles().size(), 12);
+    QCOMPARE(QString(desk.server.setting(AString::l1("ChannelConfigurationSet2"))->saved),
+        QStringLiteral("absent"));
 }
 
 QTEST_MAIN(TestDeskWindow)
