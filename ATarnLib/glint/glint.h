@@ -164,6 +164,7 @@ private:
 
     AString last_drop_reason() const;
     void make_workers();
+    void send_work();
     void make_models(bool local);
     void make_monitors();
     void process_disconnected_signals();
@@ -199,5 +200,6 @@ private:
     USModel *us_model = nullptr;
     CFChannelConfig *channel_config = nullptr;
     GlintHealth *health = nullptr;
+    bool send_work_posted = false;
     std::list<unsigned int> levels_scratch = std::list<unsigned int>(16);
 };

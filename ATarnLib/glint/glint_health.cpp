@@ -106,7 +106,11 @@ quint64 GlintHealth::input_bytes_waiting() const
 
 quint64 GlintHealth::messages_to_decode() const
 {
-    return d->hub->timecode_worker->work_waiting() + d->hub->levels_worker->work_waiting();
+    quint64 count = 0;
+    for (GlintWorker const *worker : {static_cast<GlintWorker const *>(d->hub->timecode_worker),
+             static_cast<GlintWorker const *>(d->hub->levels_worker)})
+        count += worker->held_work() + worker->work_waiting();
+    return count;
 }
 
 quint64 GlintHealth::results_to_deliver() const

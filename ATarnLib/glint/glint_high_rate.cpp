@@ -11,6 +11,9 @@ using VCTP3::word;
 
 namespace {
 
+/// Messages for a worker after which it begins while the hub is still reading others.
+constexpr std::size_t most_held = 256;
+
 bool has_levels(XMLTree const &report)
 {
     return report.has_tag(word(Word::channel_peak))
@@ -57,8 +60,20 @@ bool Glint::parse_intercept(XMLTree const &message)
         worker = timecode_worker;
     if (!worker || ++child != XMLChildren::const_iterator())
         return false;
-    worker->add_work(connection_count, message);
+    worker->hold_work(connection_count, message);
+    if (worker->held_work() >= most_held)
+        worker->send_work();
+    else if (!std::exchange(send_work_posted, true))
+        QMetaObject::invokeMethod(this, &Glint::send_work, Qt::QueuedConnection);
     return true;
+}
+
+/// What one pass over the received messages has found goes to the workers together.
+void Glint::send_work()
+{
+    send_work_posted = false;
+    timecode_worker->send_work();
+    levels_worker->send_work();
 }
 
 void Glint::process_timecode()

@@ -4,22 +4,42 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/clock.h"
 
+#include <algorithm>
+#include <iterator>
+
 GlintWorker::GlintWorker()
 {
     connect(
         this, &GlintWorker::work_available, this, &GlintWorker::process_work, Qt::QueuedConnection);
 }
 
-void GlintWorker::add_work(unsigned long long connection, XMLTree const &message)
+void GlintWorker::hold_work(unsigned long long connection, XMLTree const &message)
 {
+    held.push_back({connection, message});
+}
+
+void GlintWorker::send_work()
+{
+    if (held.empty())
+        return;
     bool wake = false;
     {
         AProtect<Work>::Lock lock(work);
-        lock->items.push_back({connection, message});
+        if (lock->items.empty())
+            lock->items.swap(held);
+        else
+            std::move(held.begin(), held.end(), std::back_inserter(lock->items));
         wake = !std::exchange(lock->wake_sent, true);
     }
+    held.clear();
     if (wake)
         Q_EMIT work_available();
+}
+
+void GlintWorker::add_work(unsigned long long connection, XMLTree const &message)
+{
+    hold_work(connection, message);
+    send_work();
 }
 
 unsigned int GlintWorker::work_waiting() const

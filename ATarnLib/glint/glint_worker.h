@@ -12,18 +12,25 @@
 /// Decodes reports of one kind on a thread of its own, which a subclass starts when it is made and
 /// ends when it goes. What it makes of them is told by signals of the subclass, once for all the
 /// work that it found.
-/// Thread: `add_work` on the hub's; the slots on its own.
+/// Thread: work is added on the hub's; the slots run on its own.
 class TARN_EXPORT GlintWorker : public AThreadedObject
 {
     Q_OBJECT
 
 public:
-    /// Takes a message that came on the connection of that number.
+    /// Takes a message that came on the connection of that number, and keeps it until `send_work`:
+    /// to wake a thread costs more than to decode a message.
+    void hold_work(unsigned long long connection, XMLTree const &message);
+    /// Hands over what was held.
+    void send_work();
+    /// Both.
     void add_work(unsigned long long connection, XMLTree const &message);
+    /// Messages held.
+    std::size_t held_work() const { return held.size(); }
 
     /// \name From any thread
     /// @{
-    /// Messages that wait for being decoded.
+    /// Messages that have been handed over and wait for being decoded.
     unsigned int work_waiting() const;
     /// Messages that could not be decoded.
     unsigned long long dropped() const { return dropped_count.load(std::memory_order_relaxed); }
@@ -72,6 +79,7 @@ private:
     bool take_work();
     void process(WorkItem const &item);
 
+    std::vector<WorkItem> held; // hub
     AProtect<Work> work;
     std::vector<WorkItem> taken; // worker; its room goes back and forth
     std::atomic<unsigned long long> dropped_count{0};
