@@ -28,7 +28,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # those places, and maybe-uninitialized of g++ 12 has false positives in optimised std::map code.
   target_compile_options(tarn_flags INTERFACE -Wno-maybe-uninitialized)
 endif()
-if(CMAKE_UNITY_BUILD)
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # In a batch each source is an included file, where a member of an unnamed namespace's type looks
   # like one that others could see too.
   target_compile_options(tarn_flags INTERFACE -Wno-subobject-linkage)

@@ -13,6 +13,13 @@ class TARN_EXPORT AThread : public QThread
 
 public:
     explicit AThread(QObject *parent = nullptr);
-    /// Ends the event loop and waits, without a limit, until the thread is done.
+    /// As `end`.
     ~AThread() override;
+
+    /// Ends the event loop and waits, without a limit, until the thread is done. Not from the
+    /// thread itself.
+    void end();
+
+protected:
+    void run() override;
 };

@@ -3,6 +3,7 @@
 
 #include "ATarnLib/glint/alert_model.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/sanitizer_order_p.h"
 
 #include <QMutexLocker>
 #include <QThread>
@@ -16,6 +17,7 @@ AlertItemModel::AlertItemModel(QString const &alert_name, AlertModel *parent_mod
 AOption<VCTP3::Alert> AlertItemModel::get() const
 {
     QMutexLocker const lock(&model->mutex);
+    TellOfLock const order(&model->mutex);
     return alert;
 }
 
@@ -26,6 +28,7 @@ void AlertItemModel::report_alert(VCTP3::Alert const &report)
         return;
     {
         QMutexLocker const lock(&model->mutex);
+        TellOfLock const order(&model->mutex);
         if (alert.has_value() && *alert == report)
             return;
         alert = report;

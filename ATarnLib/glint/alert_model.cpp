@@ -3,6 +3,7 @@
 
 #include "ATarnLib/glint/glint.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/sanitizer_order_p.h"
 
 #include <QMutexLocker>
 
@@ -17,8 +18,7 @@ AlertModel::AlertModel(Glint *hub)
 
 AlertModel::~AlertModel()
 {
-    own_thread.quit();
-    own_thread.wait();
+    own_thread.end();
     for (auto const &[name, item] : items)
         delete item;
 }
@@ -30,6 +30,7 @@ AlertItemModel *AlertModel::get(QString const &name)
     AlertItemModel *made = nullptr;
     {
         QMutexLocker const lock(&mutex);
+        TellOfLock const order(&mutex);
         AlertItemModel *&item = items[name];
         if (item)
             return item;
@@ -43,6 +44,7 @@ AlertItemModel *AlertModel::get(QString const &name)
 QStringList AlertModel::names() const
 {
     QMutexLocker const lock(&mutex);
+    TellOfLock const order(&mutex);
     QStringList result;
     for (auto const &[name, item] : items)
         result.append(name);

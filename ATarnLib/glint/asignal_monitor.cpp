@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/asignal_monitor.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/sanitizer_order_p.h"
+
 #include <QReadLocker>
 #include <QWriteLocker>
 
@@ -99,11 +101,13 @@ ASignalMonitorInternal *ASignalMonitor::get_sigentry(QByteArray const &signature
 {
     {
         QReadLocker const reading(&lock);
+        TellOfLock const order(&lock);
         auto const found = entries.find(signature);
         if (found != entries.end())
             return found->second.get();
     }
     QWriteLocker const writing(&lock);
+    TellOfLock const order(&lock);
     std::unique_ptr<ASignalMonitorInternal> &entry = entries[signature];
     if (!entry)
         entry = std::make_unique<ASignalMonitorInternal>();
@@ -144,6 +148,7 @@ void ASignalMonitor::look_for_detached()
     std::vector<QByteArray> gone;
     {
         QReadLocker const reading(&lock);
+        TellOfLock const order(&lock);
         for (auto const &[signature, entry] : entries)
             if (entry->listened && !is_listened(signature))
                 gone.push_back(signature);

@@ -69,9 +69,7 @@ void GlintWorker::process_work()
 
 void GlintWorker::end_thread()
 {
-    AThread *const running = thread();
-    running->quit();
-    running->wait();
+    thread()->end();
 }
 
 bool GlintWorker::take_work()

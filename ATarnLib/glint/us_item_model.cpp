@@ -4,6 +4,7 @@
 #include "ATarnLib/glint/glint.h"
 #include "ATarnLib/glint/us_model.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/sanitizer_order_p.h"
 
 #include <QMutexLocker>
 
@@ -17,6 +18,7 @@ USItemModel::USItemModel(QString const &key, USModel *parent_model)
 QString USItemModel::get() const
 {
     QMutexLocker const lock(&mutex);
+    TellOfLock const order(&mutex);
     return value;
 }
 
@@ -24,6 +26,7 @@ void USItemModel::set(QString const &new_value)
 {
     {
         QMutexLocker const lock(&mutex);
+        TellOfLock const order(&mutex);
         if (!take_value(new_value, false))
             return;
     }
@@ -34,6 +37,7 @@ void USItemModel::set(QString const &new_value, QString const &new_owner)
 {
     {
         QMutexLocker const lock(&mutex);
+        TellOfLock const order(&mutex);
         bool const owner_sent = take_owner(new_owner);
         if (!take_value(new_value, owner_sent))
             return;
@@ -44,6 +48,7 @@ void USItemModel::set(QString const &new_value, QString const &new_owner)
 void USItemModel::set_read_write(bool on)
 {
     QMutexLocker const lock(&mutex);
+    TellOfLock const order(&mutex);
     read_write = on;
     if (!on || watched || !parent || !parent->has_hub())
         return;
@@ -96,6 +101,7 @@ bool USItemModel::take_value(QString const &new_value, bool owner_sent)
 void USItemModel::renew(Glint *hub)
 {
     QMutexLocker const lock(&mutex);
+    TellOfLock const order(&mutex);
     watched = false;
     if (value_set && owner_set)
         hub->cmd_userdict_own(name, owner);
@@ -109,6 +115,7 @@ void USItemModel::userdict_change(QString const &new_value)
 {
     {
         QMutexLocker const lock(&mutex);
+        TellOfLock const order(&mutex);
         if ((value_set && !read_write) || value == new_value)
             return;
         value = new_value;

@@ -4,8 +4,8 @@
 #include "tests/glint/hub_bench.h"
 #include "tests/glint/report_text.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/count_here.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 using VCTP3::Channel;
@@ -135,7 +135,7 @@ void TestGlintHighRate::other_messages_are_left_to_the_parser()
 void TestGlintHighRate::a_report_overtaken_before_delivery_is_replaced()
 {
     GlintTimecode worker;
-    QSignalSpy available(&worker, &GlintTimecode::timecode_available);
+    CountHere available(&worker, &GlintTimecode::timecode_available);
     worker.add_work(1, ReportText::parsed(ReportText::timecode(4, 1)));
     worker.add_work(1, ReportText::parsed(ReportText::timecode(4, 2)));
     finish(&worker);
@@ -294,7 +294,7 @@ void TestGlintHighRate::what_is_no_report_is_an_assertion_on_the_worker()
 void TestGlintHighRate::the_last_ltc_value_is_delivered_once()
 {
     GlintTimecode worker;
-    QSignalSpy available(&worker, &GlintTimecode::ltc_available);
+    CountHere available(&worker, &GlintTimecode::ltc_available);
     for (int position : {1, 2, 3})
         worker.add_work(1, ReportText::parsed(ReportText::ltc(position)));
     finish(&worker);
@@ -350,7 +350,7 @@ void TestGlintHighRate::levels_of_another_connection_are_not_held()
 void TestGlintHighRate::signals_come_again_after_all_was_taken()
 {
     GlintTimecode worker;
-    QSignalSpy available(&worker, &GlintTimecode::timecode_available);
+    CountHere available(&worker, &GlintTimecode::timecode_available);
     GlintTimecodeResult result;
     for (int round = 1; round <= 3; ++round) {
         worker.add_work(1, ReportText::parsed(ReportText::timecode(1, round)));

@@ -1,32 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/asemaphore_object.h"
 
-#if defined(__SANITIZE_THREAD__)
-extern "C" {
-void __tsan_acquire(void *address);
-void __tsan_release(void *address);
-}
-#endif
-
-namespace {
-
-// The toolkit's semaphore works inside a library that the thread sanitizer does not look into, so
-// that it has to be told that who takes a permit sees what was done before it was given.
-void tell_of_take([[maybe_unused]] QSemaphore *semaphore)
-{
-#if defined(__SANITIZE_THREAD__)
-    __tsan_acquire(semaphore);
-#endif
-}
-
-void tell_of_give([[maybe_unused]] QSemaphore *semaphore)
-{
-#if defined(__SANITIZE_THREAD__)
-    __tsan_release(semaphore);
-#endif
-}
-
-} // namespace
+#include "kestrel/mod/vctp3/tarnlibapi/base/sanitizer_order_p.h"
 
 ASemaphoreObject::ASemaphoreObject(QObject *parent)
     : ASemaphoreObject(0, parent)
