@@ -22,7 +22,6 @@ for size in 1280x720 1920x1080; do
             cat "$pictures/errors.txt" >&2
             exit 1
         }
-        printf '  %s\n' "$file"
     done
 done
 rm -f "$pictures/errors.txt"

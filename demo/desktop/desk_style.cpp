@@ -2,6 +2,7 @@
 #include "demo/desktop/desk_style.h"
 
 #include <QApplication>
+#include <QFormLayout>
 #include <QLabel>
 #include <QPalette>
 #include <QStyleFactory>
@@ -87,6 +88,25 @@ QWidget *DeskStyle::panel_with(QWidget *parent, char const *title, QWidget *cont
     column->addWidget(heading);
     column->addWidget(content, 1);
     return frame;
+}
+
+QFormLayout *DeskStyle::form(QWidget *widget)
+{
+    auto *result = new QFormLayout(widget);
+    result->setContentsMargins(0, 0, 0, 0);
+    result->setHorizontalSpacing(24);
+    result->setVerticalSpacing(10);
+    return result;
+}
+
+QLabel *DeskStyle::row(QFormLayout *form, char const *title)
+{
+    QLabel *name = label(form->parentWidget(), "title");
+    name->setText(QLatin1String(title));
+    set_text_colour(name, quiet);
+    QLabel *value = label(form->parentWidget(), title);
+    form->addRow(name, value);
+    return value;
 }
 
 QColor DeskStyle::status_colour(VCTP3::ChannelStatus status)

@@ -8,6 +8,7 @@
 #include <QString>
 
 class QApplication;
+class QFormLayout;
 class QLabel;
 class QWidget;
 
@@ -37,6 +38,9 @@ QLabel *label(QWidget *parent, char const *object_name, int pixels = 13, bool bo
 void set_text_colour(QWidget *widget, QColor const &colour);
 /// A panel with a heading above \a content.
 QWidget *panel_with(QWidget *parent, char const *title, QWidget *content);
+/// A form for \a widget, and a row of it: the label for the value, which is named as its title.
+QFormLayout *form(QWidget *widget);
+QLabel *row(QFormLayout *form, char const *title);
 QColor status_colour(VCTP3::ChannelStatus status);
 
 } // namespace DeskStyle

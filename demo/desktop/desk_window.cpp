@@ -41,9 +41,9 @@ DeskWindow::DeskWindow(Glint *server)
 /// Disabled widgets have the colours of what is not known to be true any more.
 void DeskWindow::show_liveness()
 {
-    for (QWidget *widget :
-        QList<QWidget *>{channel_wall, output_wall, server_page, configuration_page})
+    for (QWidget *widget : QList<QWidget *>{channel_wall, output_wall, configuration_page})
         widget->setEnabled(server_link.is_live());
+    server_page->set_live(server_link.is_live());
 }
 
 void DeskWindow::make_pages()

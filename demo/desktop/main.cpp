@@ -7,6 +7,7 @@
 #include "demo/desktop/server_bar.h"
 
 #include <Tarn/Glint>
+#include <Tarn/GlintHealth>
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -108,11 +109,17 @@ void do_without_display()
     qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
-void take_screenshot(QWidget *window, QString const &file)
+/// Writes the picture, and what was measured until then to standard output.
+void take_screenshot(QWidget *window, QString const &file, GlintHealth const *health)
 {
     bool const written = window->grab().save(file);
     if (!written)
         std::fprintf(stderr, "tarn-desk: cannot write %s\n", qUtf8Printable(file));
+    else
+        std::printf("%s: %llu messages received, round trip %.2f ms, longest stall %lld ms\n",
+            qUtf8Printable(file), static_cast<unsigned long long>(health->messages_received()),
+            double(health->round_trip_us()) / 1000,
+            static_cast<long long>(health->longest_stall_ms()));
     QCoreApplication::exit(written ? done : failure);
 }
 
@@ -150,7 +157,7 @@ int run(Arguments const &arguments)
     window.show();
     if (!arguments.screenshot.isEmpty())
         QTimer::singleShot(int(arguments.after * 1000), &window,
-            [&] { take_screenshot(&window, arguments.screenshot); });
+            [&] { take_screenshot(&window, arguments.screenshot, hub.get_health()); });
     return QApplication::exec();
 }
 

@@ -15,33 +15,20 @@ using namespace VCTP3;
 ServerFacts::ServerFacts(Glint *server, ClipList *clips, QWidget *parent)
     : QWidget(parent)
     , hub(server)
-    , rows(new QFormLayout(this))
+    , rows(DeskStyle::form(this))
     , latency_model(server)
     , standard_model(server->get_cf_model())
 {
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setHorizontalSpacing(24);
-    rows->setVerticalSpacing(10);
-    version = add_row("Version");
-    standard = add_row("Standard after a reboot");
-    latency = add_row("From input to output");
-    board = add_row("Board");
-    clip_count = add_row("Clips");
-    disk = add_row("Disk");
-    temperature = add_row("Temperature");
+    version = DeskStyle::row(rows, "Version");
+    standard = DeskStyle::row(rows, "Standard after a reboot");
+    latency = DeskStyle::row(rows, "From input to output");
+    board = DeskStyle::row(rows, "Board");
+    clip_count = DeskStyle::row(rows, "Clips");
+    disk = DeskStyle::row(rows, "Disk");
+    temperature = DeskStyle::row(rows, "Temperature");
     follow_models(clips);
     follow_reports();
     connect(hub, &Glint::connected, this, &ServerFacts::ask);
-}
-
-QLabel *ServerFacts::add_row(char const *title)
-{
-    QLabel *name = DeskStyle::label(this, "title");
-    name->setText(QLatin1String(title));
-    DeskStyle::set_text_colour(name, DeskStyle::quiet);
-    QLabel *value = DeskStyle::label(this, title);
-    rows->addRow(name, value);
-    return value;
 }
 
 void ServerFacts::follow_models(ClipList *clips)

@@ -21,7 +21,6 @@ public:
     ServerFacts(Glint *hub, ClipList *clips, QWidget *parent);
 
 private:
-    QLabel *add_row(char const *title);
     void follow_models(ClipList *clips);
     void follow_reports();
     void ask();

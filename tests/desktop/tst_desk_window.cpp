@@ -46,6 +46,7 @@ private Q_SLOTS:
     void a_chosen_setting_waits_for_the_commit();
     void a_revert_takes_back_what_was_chosen();
     void the_board_is_drawn_as_chosen();
+    void the_health_of_the_connection_stays_readable();
 };
 
 void TestDeskWindow::the_wall_has_a_tile_for_each_configured_channel()
@@ -453,6 +454,24 @@ void TestDeskWindow::the_board_is_drawn_as_chosen()
     QTRY_COMPARE(desk.window.wall()->tiles().size(), 12);
     QCOMPARE(QString(desk.server.setting(AString::l1("ChannelConfigurationSet2"))->saved),
         QStringLiteral("absent"));
+}
+
+void TestDeskWindow::the_health_of_the_connection_stays_readable()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.window.show_page(QStringLiteral("Server")));
+    auto const value
+        = [&](char const *title) { return desk.window.findChild<QLabel *>(QLatin1String(title)); };
+    QTRY_VERIFY(value("Round trip")->text().endsWith(QLatin1String(" ms")));
+    QTRY_VERIFY(!value("Received")->text().startsWith(QLatin1String("0 ")));
+    desk.server.restart(VeskState::keep);
+    QTRY_VERIFY(value("Connections")->text().endsWith(QLatin1String("1 reconnections")));
+    desk.server.stop();
+    QTRY_VERIFY(!desk.is_live());
+    QVERIFY(!value("Temperature")->isEnabled());
+    QVERIFY(value("Last error")->isEnabled());
+    QTRY_VERIFY(!value("Last error")->text().isEmpty());
 }
 
 QTEST_MAIN(TestDeskWindow)

@@ -118,6 +118,7 @@ void TestTarnDesk::a_picture_of_a_server_is_taken_without_a_display()
     QCOMPARE(server.counters().connections, 1U);
     QImage const picture(file);
     QCOMPARE(picture.size(), QSize(1024, 576));
+    QVERIFY2(run.output.contains("messages received"), run.output.constData());
     QVERIFY(shows_channels(picture));
 }
 
