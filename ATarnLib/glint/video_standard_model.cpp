@@ -5,6 +5,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
 #include <algorithm>
+#include <iterator>
 
 using Corvane::VideoFrequency;
 using Corvane::VideoResolution;
@@ -52,6 +53,7 @@ constexpr StandardText standard_texts[] = {
     {S::v625i_50, "625_50i"},
     {S::v525i_59_94, "525_59_94i"},
 };
+static_assert(std::size(standard_texts) == 28);
 
 VideoStandard to_standard(QString const &text)
 {
@@ -155,13 +157,11 @@ QList<VideoStandard> VideoStandardModel::allowed_values() const
     return result;
 }
 
-void VideoStandardModel::model_changed(QString const &text)
+// A slot that sets the item again must not be followed by what held before.
+void VideoStandardModel::model_changed()
 {
-    VideoStandard const standard = to_standard(text);
-    VideoFrequency const frequency = toVideoFrequency(standard);
-    VideoResolution const resolution = toVideoResolution(standard);
-    Q_EMIT changed(standard);
-    Q_EMIT changed(frequency);
-    Q_EMIT changed(resolution);
-    Q_EMIT changed(frequency, resolution);
+    Q_EMIT changed(get());
+    Q_EMIT changed(get_frequency());
+    Q_EMIT changed(get_resolution());
+    Q_EMIT changed(get_frequency(), get_resolution());
 }

@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QPointer>
 
 class CFItemModel;
 class CFModel;
@@ -18,9 +19,9 @@ class TARN_EXPORT VideoStandardModel : public QObject
     Q_OBJECT
 
 public:
-    /// \a model must outlive this object.
+    /// Once \a model has gone, the standard is invalid and setting it does nothing.
     explicit VideoStandardModel(CFModel *model, QObject *parent = nullptr);
-    /// Of the server on this machine.
+    /// Of the server on this machine; its model goes with its hub.
     explicit VideoStandardModel(QObject *parent);
 
     /// \name Invalid before the configuration has arrived, and for a text that is no standard
@@ -47,7 +48,7 @@ public:
 
 Q_SIGNALS:
     /// \name The configuration item has changed
-    /// All four come together, in this order.
+    /// All four come together, in this order, each with what the item reads by then.
     /// @{
     void changed(Corvane::VideoStandard standard);
     void changed(Corvane::VideoFrequency frequency);
@@ -56,8 +57,8 @@ Q_SIGNALS:
     /// @}
 
 private Q_SLOTS:
-    void model_changed(QString const &text);
+    void model_changed();
 
 private:
-    CFItemModel *const item;
+    QPointer<CFItemModel> const item;
 };

@@ -30,7 +30,9 @@ private Q_SLOTS:
     void knows_what_the_server_allows();
     void drops_allowed_texts_that_are_no_standard();
     void tells_a_change_in_four_forms_the_standard_first();
+    void a_slot_that_sets_again_is_told_of_last();
     void the_local_form_is_that_of_the_local_model();
+    void the_local_model_may_go_before_the_local_form();
     void a_missing_model_or_hub_is_an_assertion();
 };
 
@@ -217,6 +219,33 @@ void TestVideoStandardModel::the_local_form_is_that_of_the_local_model()
     QCOMPARE(model.parent(), this);
     CFModel::get_item_localhost(QStringLiteral("VideoStandard"))->set(QStringLiteral("625_50i"));
     QVERIFY(model.get() == VideoStandard::v625i_50);
+}
+
+void TestVideoStandardModel::a_slot_that_sets_again_is_told_of_last()
+{
+    Bench b;
+    connect(b.item, qOverload<>(&CFItemModel::changed), this,
+        [&] { b.item->set(QStringLiteral("720_50p")); });
+    VideoStandard told = VideoStandard::invalid;
+    connect(&b.model, qOverload<VideoStandard>(&VideoStandardModel::changed), this,
+        [&](VideoStandard standard) { told = standard; });
+    b.item->set(QStringLiteral("720_60p"));
+    QVERIFY(b.model.get() == VideoStandard::v720p_50);
+    QVERIFY(told == VideoStandard::v720p_50);
+}
+
+void TestVideoStandardModel::the_local_model_may_go_before_the_local_form()
+{
+    auto hub = std::make_unique<VCTP3::APIQt>();
+    CFItemModel *item = CFModel::create(true, hub.get())->get_item(QStringLiteral("VideoStandard"));
+    VideoStandardModel model(this);
+    item->config(::item("625_50i"_a, {"625_50i"_a}));
+    QVERIFY(model.get() == VideoStandard::v625i_50);
+    hub.reset();
+    QVERIFY(model.get() == VideoStandard::invalid);
+    QVERIFY(model.allowed_values().isEmpty());
+    model.set(VideoStandard::v625i_50);
+    QVERIFY(model.get() == VideoStandard::invalid);
 }
 
 void TestVideoStandardModel::a_missing_model_or_hub_is_an_assertion()
