@@ -33,15 +33,28 @@ bool is_iso(ConfigChannel const &channel)
 
 CFChannelConfig::CFChannelConfig(CFModel *cf_model, USModel *us_model, QObject *parent)
     : QObject(parent)
-    , count_item(us_model->get_item(QStringLiteral("cf.orchard.0.channel_count")))
+{
+    cf_list.resize(quads);
+    if (A_ASSERT(cf_model != nullptr))
+        use_items(cf_model);
+    if (A_ASSERT(us_model != nullptr))
+        use_keys(us_model);
+}
+
+void CFChannelConfig::use_items(CFModel *cf_model)
 {
     for (unsigned int quad = 0; quad < quads; ++quad) {
         CFItemModel *const item
             = cf_model->get_item(QStringLiteral("ChannelConfigurationSet%1").arg(quad));
         connect(item, qOverload<>(&CFItemModel::changed), this, &CFChannelConfig::changed,
             Qt::DirectConnection);
-        cf_list.append(item);
+        cf_list[quad] = item;
     }
+}
+
+void CFChannelConfig::use_keys(USModel *us_model)
+{
+    count_item = us_model->get_item(QStringLiteral("cf.orchard.0.channel_count"));
     connect(
         count_item, &USItemModel::changed, this, &CFChannelConfig::changed, Qt::DirectConnection);
     connect(us_model->get_item(QStringLiteral("cf.orchard.type")), &USItemModel::changed, this,
@@ -54,7 +67,7 @@ QStringList CFChannelConfig::cf_value_list() const
 {
     QStringList texts;
     for (CFItemModel const *item : cf_list)
-        texts.append(item->get());
+        texts.append(item ? item->get() : QString());
     return texts;
 }
 
@@ -68,20 +81,23 @@ ChannelConfigSpec CFChannelConfig::spec() const
 
 CFChannelConfig::ConfigEnum CFChannelConfig::get(unsigned int icf) const
 {
-    if (!A_ASSERT(icf < cf_list.size()) || cf_list[icf]->allowed_values().isEmpty())
+    if (!A_ASSERT(icf < cf_list.size()))
         return ConfigEnum::absent;
-    return vctp3_to_config(cf_list[icf]->get());
+    CFItemModel const *const item = cf_list[icf];
+    if (!item || item->allowed_values().isEmpty())
+        return ConfigEnum::absent;
+    return vctp3_to_config(item->get());
 }
 
 bool CFChannelConfig::have_cf() const
 {
-    return std::all_of(
-        cf_list.begin(), cf_list.end(), [](CFItemModel const *item) { return item->have_cf(); });
+    return std::all_of(cf_list.begin(), cf_list.end(),
+        [](CFItemModel const *item) { return item && item->have_cf(); });
 }
 
 bool CFChannelConfig::have_cf(unsigned int icf) const
 {
-    return A_ASSERT(icf < cf_list.size()) && cf_list[icf]->have_cf();
+    return A_ASSERT(icf < cf_list.size()) && cf_list[icf] && cf_list[icf]->have_cf();
 }
 
 bool CFChannelConfig::present(unsigned int icf) const
@@ -92,7 +108,7 @@ bool CFChannelConfig::present(unsigned int icf) const
 unsigned int CFChannelConfig::channel_count() const
 {
     bool is_number = false;
-    unsigned int const told = count_item->get().toUInt(&is_number);
+    unsigned int const told = count_item ? count_item->get().toUInt(&is_number) : 0;
     return is_number ? told : GetMaxUserChannels(spec());
 }
 
@@ -116,7 +132,8 @@ unsigned int CFChannelConfig::track_count_3D() const
 void CFChannelConfig::debug_out() const
 {
     for (CFItemModel const *item : cf_list)
-        qDebug("%s: %s", qUtf8Printable(item->get_name()), qUtf8Printable(item->get()));
+        if (item)
+            qDebug("%s: %s", qUtf8Printable(item->get_name()), qUtf8Printable(item->get()));
 }
 
 // --- One configuration ---

@@ -5,6 +5,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/channelcf/channel_lookups.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 
 class CFItemModel;
@@ -24,7 +25,7 @@ public:
     using ConfigEnum = ChannelCF::ConfigEnum;
     using Outputs = std::vector<std::uint32_t>;
 
-    /// Both models must outlive this object. On their thread.
+    /// On the thread of both models. An item of a model that has gone counts as not arrived.
     CFChannelConfig(CFModel *cf_model, USModel *us_model, QObject *parent);
 
     /// \name The board
@@ -88,6 +89,9 @@ Q_SIGNALS:
     void board_type_changed(QString const &type);
 
 private:
-    QList<CFItemModel *> cf_list;
-    USItemModel *count_item = nullptr;
+    void use_items(CFModel *cf_model);
+    void use_keys(USModel *us_model);
+
+    QList<QPointer<CFItemModel>> cf_list;
+    QPointer<USItemModel> count_item;
 };

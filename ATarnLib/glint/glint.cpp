@@ -60,6 +60,16 @@ void Glint::make_models(bool local)
     channel_config = new CFChannelConfig(cf_model, us_model, this);
 }
 
+CFModel *Glint::get_cf_model() const
+{
+    return cf_model;
+}
+
+USModel *Glint::get_us_model() const
+{
+    return us_model;
+}
+
 void Glint::make_monitors()
 {
     for (unsigned int i = 0; i < channel_count; ++i)

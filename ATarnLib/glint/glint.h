@@ -6,6 +6,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
 
 #include <QByteArray>
+#include <QPointer>
 #include <array>
 #include <atomic>
 #include <deque>
@@ -40,8 +41,9 @@ public:
     static constexpr unsigned int listplay_count = 80;
     static constexpr unsigned int channel_count = 40;
 
-    /// \a local: whether the server is on this machine, so that its models are shared by all hubs
-    /// of it. Connects to nothing by itself.
+    /// \a local: whether the server is on this machine, so that the hub's models are those of the
+    /// machine, which one hub at a time may have. A second such hub is an assertion; it sees the
+    /// first one's models for as long as that lives. Connects to nothing by itself.
     explicit Glint(bool local, QObject *parent = nullptr);
     /// The same with the name of the server, which is remembered as by `set_server`; it is local
     /// when it is the name of this computer.
@@ -98,12 +100,16 @@ public:
     }
     /// @}
 
+    /// \name What the server keeps
+    /// The first two are null once they have gone with another hub of this machine.
+    /// @{
     /// The server's configuration.
-    CFModel *get_cf_model() const { return cf_model; }
+    CFModel *get_cf_model() const;
     /// The server's user dictionary.
-    USModel *get_us_model() const { return us_model; }
+    USModel *get_us_model() const;
     /// What the configuration means in channels, angles and outputs.
     CFChannelConfig *get_channel_config() const { return channel_config; }
+    /// @}
 
     /// How the connection and the event loop are doing.
     GlintHealth *get_health() const { return health; }
@@ -170,6 +176,7 @@ private:
     void process_disconnected_signals();
     void connect_reports();
     std::list<unsigned int> const &level_list(std::array<unsigned int, 16> const &levels);
+    void register_alerts();
     void register_listplay(VCTP3::Channel channel);
     void register_chaseplay(VCTP3::Channel channel);
     unsigned int *listplay_users(VCTP3::Channel channel);
@@ -196,8 +203,10 @@ private:
     std::array<GlintOutputMonitor *, channel_count> output_monitors{};
     /// Of this connection; the workers' results carry it, so that those of an older one fall away.
     unsigned long long connection_count = 0;
-    CFModel *cf_model = nullptr;
-    USModel *us_model = nullptr;
+    /// The connection on which alerts were registered last.
+    unsigned long long alerts_connection = 0;
+    QPointer<CFModel> cf_model;
+    QPointer<USModel> us_model;
     CFChannelConfig *channel_config = nullptr;
     GlintHealth *health = nullptr;
     bool send_work_posted = false;

@@ -5,6 +5,8 @@
 #include "ATarnLib/glint/glint_channel_monitor.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
+#include <utility>
+
 using VCTP3::Channel;
 using VCTP3::ChannelReportType;
 using VCTP3::ReportType;
@@ -33,11 +35,15 @@ AlertModel *Glint::get_alert_model()
         delete made;
         return published;
     }
-    QMetaObject::invokeMethod(this, [this] {
-        if (is_connected())
-            cmd_report_register(ReportType::alerts);
-    });
+    QMetaObject::invokeMethod(this, &Glint::register_alerts);
     return made;
+}
+
+/// Once on each connection: another thread may make the model while a connection is coming up.
+void Glint::register_alerts()
+{
+    if (is_connected() && std::exchange(alerts_connection, connection_count) != connection_count)
+        cmd_report_register(ReportType::alerts);
 }
 
 void Glint::request_listplay_notification(Channel channel)
@@ -78,7 +84,7 @@ void Glint::slot_connected()
     if (export_required)
         cmd_report_register(ReportType::export_);
     if (alert_model)
-        cmd_report_register(ReportType::alerts);
+        register_alerts();
     renew_listplay();
     for (GlintChannelMonitor *monitor : channel_monitors)
         monitor->glint_connected();

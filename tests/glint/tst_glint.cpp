@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "ATarnLib/glint/cf_channel_config.h"
 #include "ATarnLib/glint/glint.h"
+#include "ATarnLib/glint/us_model.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/areusable_ref_object.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
 #include "tests/glint/hub_bench.h"
@@ -73,8 +75,48 @@ private Q_SLOTS:
     void a_channel_of_80_is_an_assertion();
     void a_channel_from_40_to_79_goes_out_without_text();
     void a_connection_unloads_and_registers_lists_and_chases_in_order();
+    void alerts_are_registered_once_however_late_another_thread_asks();
+    void a_second_local_hub_sees_the_models_of_the_first_while_that_lives();
     void stores_need_a_manager();
 };
+
+void TestGlint::alerts_are_registered_once_however_late_another_thread_asks()
+{
+    HubBench bench;
+    // Between the connection and what the hub sends on it.
+    connect(bench.hub.get(), &Glint::stateChanged, this, [&](QAbstractSocket::SocketState state) {
+        if (state == QAbstractSocket::ConnectedState)
+            std::thread([&] { bench.hub->get_alert_model(); }).join();
+    });
+    QVERIFY(bench.connect());
+    QString const alerts = QStringLiteral("report_register alerts");
+    QCOMPARE(bench.log.commands(alerts).size(), 1);
+    QVERIFY(bench.reconnect());
+    QCOMPARE(bench.log.commands(alerts).size(), 2);
+}
+
+void TestGlint::a_second_local_hub_sees_the_models_of_the_first_while_that_lives()
+{
+    auto first = std::make_unique<Glint>(true);
+    AssertLog asserts;
+    Glint second(true);
+    QCOMPARE(
+        asserts.take(), (QStringList{QStringLiteral("api == 0"), QStringLiteral("glint == 0")}));
+    QCOMPARE(second.get_cf_model(), first->get_cf_model());
+    QCOMPARE(second.get_us_model(), first->get_us_model());
+    second.get_us_model()->userdict_change(
+        AString::l1("cf.orchard.0.channel_count"), AString::l1("6"));
+    QCOMPARE(second.get_channel_config()->channel_count(), 6U);
+    first.reset();
+    QVERIFY(second.get_cf_model() == nullptr);
+    QVERIFY(second.get_us_model() == nullptr);
+    QCOMPARE(second.get_channel_config()->cf_value_list(), QStringList(8, QString()));
+    QCOMPARE(second.get_channel_config()->channel_count(), 0U);
+    QVERIFY(!second.get_channel_config()->have_cf());
+    QVERIFY(!second.get_channel_config()->have_cf(0));
+    QVERIFY(!second.get_channel_config()->present(0U));
+    second.get_channel_config()->debug_out();
+}
 
 void TestGlint::connects_to_nothing_before_a_server_is_set()
 {
