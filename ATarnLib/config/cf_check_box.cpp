@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/config/cf_check_box.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+
 namespace {
 
 QString enabled_text()
@@ -22,6 +24,8 @@ CFCheckBox::CFCheckBox(CFModel *cf_model, QString const &name, QString const &on
     , off_value(off_text)
     , box(check_box)
 {
+    if (!A_ASSERT(check_box != nullptr))
+        return;
     connect(box, &QCheckBox::toggled, this, &CFCheckBox::send_change);
     CFCheckBox::cf(present_value());
 }

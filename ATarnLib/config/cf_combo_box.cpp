@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/config/cf_combo_box.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+
 #include <algorithm>
 
 CFComboBox::CFComboBox(
@@ -8,6 +10,8 @@ CFComboBox::CFComboBox(
     : CFItem(cf_model, name, parent ? parent : combo_box)
     , box(combo_box)
 {
+    if (!A_ASSERT(combo_box != nullptr))
+        return;
     connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this, &CFComboBox::send_change);
     CFComboBox::cf(present_value());
 }

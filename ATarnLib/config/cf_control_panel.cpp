@@ -52,9 +52,10 @@ CFControlPanel::CFControlPanel(CFModel *model, QWidget *parent)
     auto *const form = new QFormLayout(this);
     form->addRow(caption(tr("Control panels"), count), count);
     CFItemModel *const item = count_binding->get_item();
-    connect(
-        item, qOverload<unsigned int>(&CFItemModel::changed), this, &CFControlPanel::show_panels);
-    show_panels(item->get().toUInt());
+    if (!item)
+        return; // The binding has said so.
+    connect(item, qOverload<>(&CFItemModel::changed), this, &CFControlPanel::show_panels);
+    show_panels();
 }
 
 CFControlPanelItem *CFControlPanel::panel(unsigned int number) const
@@ -70,9 +71,10 @@ void CFControlPanel::setHot(bool on)
         item->setHot(on);
 }
 
-void CFControlPanel::show_panels(unsigned int wanted)
+void CFControlPanel::show_panels()
 {
-    shown = std::min(wanted, most_panels);
+    CFItemModel const *const item = count_binding->get_item();
+    shown = item ? std::min(item->get().toUInt(), most_panels) : 0;
     while (panels.size() < shown)
         make_panel();
     for (unsigned int number = 0; number < panels.size(); ++number)

@@ -48,7 +48,7 @@ public:
     void setHot(bool on);
 
 private:
-    void show_panels(unsigned int wanted);
+    void show_panels();
     void make_panel();
 
     CFModel *const cf_model;

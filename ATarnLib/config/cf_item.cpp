@@ -11,7 +11,7 @@ CFItem::CFItem(CFModel *cf_model, QString const &name, QObject *parent)
 {
     if (!A_ASSERT(cf_model != nullptr))
         return;
-    connect(bound, qOverload<QString const &>(&CFItemModel::changed), this, &CFItem::cf);
+    connect(bound, qOverload<QString const &>(&CFItemModel::changed), this, &CFItem::show_present);
     connect(bound, qOverload<>(&CFItemModel::changed), this, &CFItem::update_autohide);
     connect(this, &CFItem::sig_change, bound, qOverload<QString const &>(&CFItemModel::set),
         Qt::DirectConnection);
@@ -24,9 +24,11 @@ CFModel *CFItem::get_model() const
 
 void CFItem::autohide(QWidget *widget)
 {
-    hidden = widget;
-    if (widget && bound && !bound->have_cf())
-        widget->hide();
+    if (hidden && hidden != widget)
+        hidden->show();
+    hidden = bound && !bound->have_cf() ? widget : nullptr;
+    if (hidden)
+        hidden->hide();
 }
 
 void CFItem::update_autohide()
@@ -41,6 +43,13 @@ void CFItem::setHot(bool on)
 {
     if (bound)
         bound->setHot(on);
+}
+
+/// Not what the signal carries: by now the item may hold something else, typed here or set by a
+/// slot of the same signal.
+void CFItem::show_present()
+{
+    cf(present_value());
 }
 
 void CFItem::cf(QString const &) { }

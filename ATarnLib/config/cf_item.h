@@ -25,7 +25,8 @@ public:
     /// Null once the model has gone.
     CFItemModel *get_item() const { return bound; }
 
-    /// Hides \a widget until the item has arrived, and shows it then; one widget at a time.
+    /// Hides \a widget until the item has arrived, and shows it then; one widget at a time, so one
+    /// that still waits shows when another takes its place.
     void autohide(QWidget *widget);
     /// As that of the item: whether every change is sent at once.
     void setHot(bool on);
@@ -66,6 +67,7 @@ protected:
     void emit_if_new(QString const &value);
 
 private:
+    void show_present();
     void update_autohide();
 
     QPointer<CFModel> model;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/config/cf_radio_buttons.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
+
 #include <QButtonGroup>
 
 namespace {
@@ -31,11 +33,17 @@ CFRadioButtons::CFRadioButtons(CFModel *cf_model, QString const &name, QObject *
 
 void CFRadioButtons::insert(QString const &value, QRadioButton *button)
 {
+    if (!A_ASSERT(button != nullptr))
+        return;
     QPointer<QRadioButton> &place = buttons[value];
     if (place)
         place->disconnect(this);
     place = button;
-    connect(button, &QRadioButton::toggled, this, &CFRadioButtons::send_change);
+    // Buttons of different parents do not uncheck each other: what the item reads then does.
+    connect(button, &QRadioButton::toggled, this, [this, value](bool checked) {
+        if (checked)
+            emit_if_new(value);
+    });
     cf(present_value());
 }
 

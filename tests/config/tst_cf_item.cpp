@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "ATarnLib/config/cf_check_box.h"
+#include "ATarnLib/config/cf_combo_box.h"
+#include "ATarnLib/config/cf_control_panel.h"
 #include "ATarnLib/config/cf_item.h"
 #include "ATarnLib/config/cf_label.h"
 #include "ATarnLib/config/cf_line_edit.h"
+#include "ATarnLib/config/cf_radio_buttons.h"
 #include "tests/config/binding_bench.h"
 #include "tests/support/assert_log.h"
 
 #include <QSignalSpy>
 #include <QTest>
+
+#include <thread>
 
 /// What all bindings have in common, and the plain ones: line edit and label.
 class TestCFItem : public QObject
@@ -21,14 +27,19 @@ private Q_SLOTS:
     void the_cursor_stays_while_the_text_is_the_same();
     void a_label_shows_the_item_and_saves_its_text();
     void autohide_hides_until_the_item_has_arrived();
+    void autohide_shows_a_widget_whose_place_another_takes();
     void autohide_leaves_a_widget_whose_item_is_here();
     void autohide_keeps_hiding_where_the_server_has_no_such_item();
     void a_hot_binding_sends_every_change_at_once();
     void two_bindings_of_one_item_follow_each_other();
+    void a_widget_shows_the_item_also_where_a_slot_sets_again();
+    void a_widget_shows_what_was_typed_behind_a_set_of_another_thread();
     void a_binding_without_a_parent_goes_with_its_widget();
     void a_widget_may_go_before_its_binding();
     void the_model_may_go_before_the_binding();
     void a_binding_without_a_model_is_an_assertion();
+    void a_binding_without_a_widget_is_an_assertion();
+    void a_control_panel_without_a_model_is_an_assertion();
 };
 
 namespace {
@@ -146,6 +157,23 @@ void TestCFItem::autohide_hides_until_the_item_has_arrived()
     QVERIFY(row->isHidden());
 }
 
+void TestCFItem::autohide_shows_a_widget_whose_place_another_takes()
+{
+    BindingBench b;
+    QWidget page;
+    auto *first = new QWidget(&page);
+    auto *second = new QWidget(&page);
+    CFItem binding(b.model, panel);
+    binding.autohide(first);
+    binding.autohide(second);
+    QVERIFY(!first->isHidden());
+    QVERIFY(second->isHidden());
+    binding.autohide(second);
+    QVERIFY(second->isHidden());
+    binding.autohide(nullptr);
+    QVERIFY(!second->isHidden());
+}
+
 void TestCFItem::autohide_leaves_a_widget_whose_item_is_here()
 {
     BindingBench b;
@@ -202,6 +230,31 @@ void TestCFItem::two_bindings_of_one_item_follow_each_other()
     QCOMPARE(first.text(), QStringLiteral("abc"));
 }
 
+void TestCFItem::a_widget_shows_the_item_also_where_a_slot_sets_again()
+{
+    BindingBench b;
+    QLineEdit edit;
+    CFLineEdit binding(b.model, panel, &edit);
+    CFItemModel *const item = b.item(panel);
+    connect(item, qOverload<>(&CFItemModel::changed), this,
+        [item] { item->set(QStringLiteral("mended")); });
+    item->set(QStringLiteral("wrong"));
+    QCOMPARE(item->get(), QStringLiteral("mended"));
+    QCOMPARE(edit.text(), QStringLiteral("mended"));
+}
+
+void TestCFItem::a_widget_shows_what_was_typed_behind_a_set_of_another_thread()
+{
+    BindingBench b;
+    QLineEdit edit;
+    CFLineEdit binding(b.model, panel, &edit);
+    std::thread([&] { b.item(panel)->set(QStringLiteral("other")); }).join();
+    edit.setText(QStringLiteral("typed"));
+    QCoreApplication::processEvents();
+    QCOMPARE(b.item(panel)->get(), QStringLiteral("typed"));
+    QCOMPARE(edit.text(), QStringLiteral("typed"));
+}
+
 void TestCFItem::a_binding_without_a_parent_goes_with_its_widget()
 {
     BindingBench b;
@@ -251,6 +304,34 @@ void TestCFItem::a_binding_without_a_model_is_an_assertion()
     QCOMPARE(asserts.take(), QStringList{QStringLiteral("cf_model != nullptr")});
     QTest::keyClicks(&edit, QStringLiteral("a"));
     QCOMPARE(edit.text(), QStringLiteral("a"));
+}
+
+void TestCFItem::a_binding_without_a_widget_is_an_assertion()
+{
+    BindingBench b;
+    AssertLog asserts;
+    CFEnableCheckBox check(b.model, panel, nullptr);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("check_box != nullptr")});
+    CFComboBox combo(b.model, panel, nullptr);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("combo_box != nullptr")});
+    CFLineEdit line(b.model, panel, nullptr);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("line_edit != nullptr")});
+    CFRadioButtons radio(b.model, panel);
+    radio.insert(QStringLiteral("a"), nullptr);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("button != nullptr")});
+    b.item(panel)->set(QStringLiteral("a"));
+    for (CFItem *binding : std::initializer_list<CFItem *>{&check, &combo, &line, &radio})
+        binding->send_change();
+    QCOMPARE(b.item(panel)->get(), QStringLiteral("a"));
+}
+
+void TestCFItem::a_control_panel_without_a_model_is_an_assertion()
+{
+    AssertLog asserts;
+    CFControlPanel panels(nullptr);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("cf_model != nullptr")});
+    QCOMPARE(panels.panel_count(), 0U);
+    panels.setHot(true);
 }
 
 QTEST_MAIN(TestCFItem)
