@@ -31,10 +31,13 @@ struct CFItemModel::Private
     {
         return !set_flag || (config_set && set_value == saved_value && !overtakes());
     }
-    void fixup_set_value()
+    /// True if that ends an edit.
+    bool fixup_set_value()
     {
-        if (set_flag && set_value == cf_get())
-            set_flag = false;
+        if (!set_flag || set_value != cf_get())
+            return false;
+        set_flag = false;
+        return true;
     }
     void store(VCTP3::ConfigurationItem const &cf);
 };
@@ -120,8 +123,12 @@ bool CFItemModel::have_changes() const
 
 void CFItemModel::fixup_set_value()
 {
-    PortableMutexLock const lock(d->mutex);
-    d->fixup_set_value();
+    {
+        PortableMutexLock const lock(d->mutex);
+        if (!d->fixup_set_value())
+            return;
+    }
+    Q_EMIT edit_ended();
 }
 
 QList<QString> CFItemModel::allowed_values() const
@@ -164,15 +171,31 @@ void CFItemModel::config(VCTP3::ConfigurationItem const &cf)
 {
     if (!A_ASSERT_TEXT(QString(cf.configuration_item_name) == name, "cf.name == name"))
         return;
+    bool known = false;
+    bool ended = false;
     {
         PortableMutexLock const lock(d->mutex);
-        bool const known = d->config_set && d->config == cf;
+        known = d->config_set && d->config == cf;
         if (!known)
             d->store(cf);
         d->sent = false;
-        d->fixup_set_value();
-        if (known)
+        ended = d->fixup_set_value();
+    }
+    if (!known)
+        signal_change();
+    else if (ended)
+        Q_EMIT edit_ended();
+}
+
+void CFItemModel::forget()
+{
+    {
+        PortableMutexLock const lock(d->mutex);
+        d->sent = false;
+        if (!d->config_set)
             return;
+        d->store({});
+        d->config_set = false;
     }
     signal_change();
 }

@@ -28,7 +28,8 @@ public:
     /// What the server holds: for an item that requires a reboot, what will hold after it. Empty
     /// before the item has arrived.
     QString cf_get() const;
-    /// Whether the item has arrived. It stays false for a name that the server does not know.
+    /// Whether the item has arrived. It is false for a name that the server does not know, also
+    /// where the server before knew it.
     bool have_cf() const;
 
     /// Types a value; the present one changes nothing. A hot item sends it at once, any other
@@ -40,7 +41,7 @@ public:
     void revert_item();
     /// Whether a commit would tell the server anything new.
     bool have_changes() const;
-    /// Forgets what was typed where the server holds just that by now.
+    /// Forgets what was typed where the server holds just that by now; `edit_ended` tells.
     void fixup_set_value();
 
     /// The values that the server takes. Empty: any text will do, or the item has not arrived.
@@ -72,6 +73,8 @@ Q_SIGNALS:
     /// @}
     /// Behind `changed`, for a hot item.
     void hot_change();
+    /// What was typed is an edit no more, and nothing else about the item has changed.
+    void edit_ended();
 
 private:
     friend class CFModel;
@@ -79,6 +82,8 @@ private:
 
     /// The value to send if there are changes; it counts as sent. False if there are none.
     bool take_change(QString *value);
+    /// The server has no such item. What was typed stays.
+    void forget();
     void signal_change();
 
     QString const name;

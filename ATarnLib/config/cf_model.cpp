@@ -80,6 +80,7 @@ CFItemModel *CFModel::get_item(QString const &name)
     // At once, also from another thread: who changes an item and asks then hears of the change.
     connect(item, qOverload<QString const &>(&CFItemModel::changed), this, &CFModel::item_changed,
         Qt::DirectConnection);
+    connect(item, &CFItemModel::edit_ended, this, &CFModel::item_changed, Qt::DirectConnection);
     d->item_update_needed.insert(name);
     d->update_timer.start();
     return item;
@@ -115,10 +116,15 @@ void CFModel::commit_items(QList<CFItemModel *> const &items)
     APIQt *const api = d->api;
     if (!api || !d->up)
         return;
-    QString value;
-    for (CFItemModel *item : items)
-        if (item->take_change(&value))
-            api->cmd_set_configuration(item->get_name(), value);
+    {
+        PortableMutexLock const lock(d->commit_mutex);
+        QString value;
+        for (CFItemModel *item : items)
+            if (item->take_change(&value))
+                api->cmd_set_configuration(item->get_name(), value);
+    }
+    // A value that goes back to what the server holds is no change any more.
+    cache_clear();
 }
 
 void CFModel::commit_changes()

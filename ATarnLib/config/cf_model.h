@@ -65,7 +65,7 @@ public Q_SLOTS:
     void update();
 
 Q_SIGNALS:
-    /// Some item has changed.
+    /// Some item has changed, or an edit has ended.
     void changed();
     /// All items are here, or refused; again after each reconnection, and behind items that were
     /// asked for since.
@@ -76,7 +76,7 @@ private Q_SLOTS:
     void disconnected();
     void config_changed_on_server(AOption<std::list<VCTP3::ConfigurationItem>> const &items);
     void get_one_reply(unsigned int icb, VCTP3::ConfigurationItem const &item);
-    void get_one_error(unsigned int icb);
+    void get_one_error(unsigned int icb, AString const &text, VCTP3::ErrorCode code);
     void update_action();
     void item_changed();
     void hot_change();
@@ -90,7 +90,7 @@ private:
     QList<CFItemModel *> named_items(QStringList const &names) const;
     void configuration_item(VCTP3::ConfigurationItem const &item);
     void commit_items(QList<CFItemModel *> const &items);
-    bool end_fetch(unsigned int icb);
+    AOption<QString> end_fetch(unsigned int icb);
     bool advance_scan();
     bool fetch_next();
 

@@ -30,6 +30,9 @@ struct CFModel::Private
     std::atomic<VCTP3::APIQt *> api{nullptr};
     std::atomic<bool> up{false};
 
+    // Held while sending, so that what is taken last is sent last; never while emitting.
+    PortableMutex commit_mutex;
+
     mutable PortableMutex mutex; // before that of an item; never held while sending or emitting
     // All of this is guarded by mutex.
     Scan scan_state = Scan::not_started;

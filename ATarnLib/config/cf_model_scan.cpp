@@ -114,19 +114,20 @@ bool CFModel::fetch_next()
     return true;
 }
 
-/// False for a helper that fetches nothing.
-bool CFModel::end_fetch(unsigned int icb)
+/// The name that was fetched; empty for a helper that fetches nothing.
+AOption<QString> CFModel::end_fetch(unsigned int icb)
 {
     PortableMutexLock const lock(d->mutex);
     if (!A_ASSERT(!d->get_one_cb_freelist.contains(icb))
         || !A_ASSERT(d->get_one_in_process.contains(icb)))
-        return false;
-    auto it2 = d->item_update_needed.find(d->get_one_in_process[icb]);
+        return {};
+    QString const name = d->get_one_in_process[icb];
+    auto it2 = d->item_update_needed.find(name);
     if (A_ASSERT(it2 != d->item_update_needed.cend()))
         d->item_update_needed.erase(it2);
     d->get_one_in_process.erase(icb);
     d->get_one_cb_freelist.insert(icb);
-    return true;
+    return name;
 }
 
 void CFModel::get_one_reply(unsigned int icb, VCTP3::ConfigurationItem const &item)
@@ -137,10 +138,15 @@ void CFModel::get_one_reply(unsigned int icb, VCTP3::ConfigurationItem const &it
     update();
 }
 
-void CFModel::get_one_error(unsigned int icb)
+/// A fetch that a lost connection has ended says nothing about the item.
+void CFModel::get_one_error(unsigned int icb, AString const &, VCTP3::ErrorCode code)
 {
-    if (end_fetch(icb))
-        update();
+    AOption<QString> const name = end_fetch(icb);
+    if (!name)
+        return;
+    if (code == VCTP3::ErrorCode::configname_invalid)
+        find_item(*name)->forget();
+    update();
 }
 
 void CFModel::configuration_item(VCTP3::ConfigurationItem const &item)
