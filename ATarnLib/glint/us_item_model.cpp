@@ -27,8 +27,9 @@ void USItemModel::set(QString const &new_value)
     {
         QMutexLocker const lock(&mutex);
         TellOfLock const order(&mutex);
-        if (!take_value(new_value, false))
+        if (!take_value(new_value))
             return;
+        tell(false);
     }
     Q_EMIT changed(new_value);
 }
@@ -38,8 +39,11 @@ void USItemModel::set(QString const &new_value, QString const &new_owner)
     {
         QMutexLocker const lock(&mutex);
         TellOfLock const order(&mutex);
-        bool const owner_sent = take_owner(new_owner);
-        if (!take_value(new_value, owner_sent))
+        bool const owner_is_new = take_owner(new_owner);
+        bool const value_is_new = take_value(new_value);
+        if (owner_is_new || value_is_new)
+            tell(owner_is_new);
+        if (!value_is_new)
             return;
     }
     Q_EMIT changed(new_value);
@@ -71,31 +75,35 @@ void USItemModel::watch(Glint *hub)
     hub->cmd_userdict_watch(name);
 }
 
-/// True if the server was told a new owner.
+/// False if the owner is what was set before, and for an item that has none.
 bool USItemModel::take_owner(QString const &new_owner)
 {
     if (read_write || (owner_set && owner == new_owner))
         return false;
     owner_set = true;
     owner = new_owner;
-    Glint *const hub = connected_hub();
-    if (hub)
-        hub->cmd_userdict_own(name, owner);
-    return hub != nullptr;
+    return true;
 }
 
-/// False if the value is what was set before. Telling an owner writes to the key, so behind that
-/// an old value is sent again.
-bool USItemModel::take_value(QString const &new_value, bool owner_sent)
+/// False if the value is what was set before.
+bool USItemModel::take_value(QString const &new_value)
 {
-    bool const is_new = !value_set || value != new_value;
-    if (!is_new && !owner_sent)
+    if (value_set && value == new_value)
         return false;
     value = new_value;
     value_set = true;
-    if (Glint *hub = connected_hub())
-        hub->cmd_userdict_set(name, value);
-    return is_new;
+    return true;
+}
+
+/// Telling an owner writes to the key, so behind that an old value is sent again.
+void USItemModel::tell(bool with_owner)
+{
+    Glint *const hub = connected_hub();
+    if (!hub)
+        return;
+    if (with_owner)
+        hub->cmd_userdict_own(name, owner);
+    hub->cmd_userdict_set(name, value);
 }
 
 void USItemModel::renew(Glint *hub)

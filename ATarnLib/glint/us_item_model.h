@@ -46,7 +46,8 @@ private:
     Glint *connected_hub() const;
     void watch(Glint *hub);
     bool take_owner(QString const &new_owner);
-    bool take_value(QString const &new_value, bool owner_sent);
+    bool take_value(QString const &new_value);
+    void tell(bool with_owner);
 
     /// A connection has come.
     void renew(Glint *hub);

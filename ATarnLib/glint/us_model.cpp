@@ -49,10 +49,10 @@ void USModel::config(Glint *hub)
 
 USItemModel *USModel::get_item(QString const &key)
 {
-    USItemModel *&item = items[key];
-    if (item)
-        return item;
-    item = new USItemModel(key, this);
+    if (USItemModel *known = items.value(key))
+        return known;
+    auto *const item = new USItemModel(key, this);
+    items.insert(key, item);
     if (up)
         item->renew(glint);
     return item;
@@ -61,7 +61,9 @@ USItemModel *USModel::get_item(QString const &key)
 void USModel::connected()
 {
     up = true;
-    for (USItemModel *item : qAsConst(items))
+    // A copy: who listens to what is sent may ask for another item.
+    QList<USItemModel *> const present = items.values();
+    for (USItemModel *item : present)
         item->renew(glint);
 }
 

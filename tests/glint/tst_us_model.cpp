@@ -4,6 +4,7 @@
 #include "tests/glint/hub_bench.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
+#include "tests/support/latin1_text.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -41,15 +42,11 @@ private Q_SLOTS:
     void an_item_without_a_model_keeps_its_value();
     void an_item_of_a_model_without_a_hub_keeps_its_value_until_there_is_one();
     void there_is_one_local_model();
+    void an_item_may_be_asked_for_while_another_is_watched();
     void items_may_be_set_and_read_from_another_thread();
 };
 
 namespace {
-
-QString text(char const *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// A hub with a model of the user dictionary.
 struct Bench : HubBench
@@ -361,6 +358,9 @@ void TestUSModel::an_item_without_a_model_keeps_its_value()
     QCOMPARE(asserts.take(), QStringList{text("parent != nullptr")});
     QCOMPARE(item.get(), text("v"));
     QCOMPARE(changed.count(), 1);
+    item.set(text("w"), text("me"));
+    QCOMPARE(asserts.take(), QStringList{text("parent != nullptr")});
+    QCOMPARE(item.get(), text("w"));
     item.set_read_write(true);
     QCOMPARE(asserts.take(), QStringList());
 }
@@ -392,6 +392,30 @@ void TestUSModel::there_is_one_local_model()
     }
     QVERIFY(model.isNull());
     QVERIFY(USModel::localhost()->parent() == nullptr);
+}
+
+void TestUSModel::an_item_may_be_asked_for_while_another_is_watched()
+{
+    Bench b;
+    USItemModel *first = b.model->get_item(text("first"));
+    int made = 0;
+    auto const listener = connect(b.hub.get(), &Glint::indirect_send, this, [&] {
+        while (made < 500)
+            b.model->get_item(QString::number(made++));
+    });
+    QVERIFY(b.connect());
+    QCOMPARE(made, 500);
+    QObject::disconnect(listener);
+    made = 1000;
+    connect(b.hub.get(), &Glint::indirect_send, this, [&] {
+        while (made < 3000)
+            b.model->get_item(QString::number(made++));
+    });
+    USItemModel *second = b.model->get_item(text("second"));
+    QCOMPARE(made, 3000);
+    QCOMPARE(second->get_name(), text("second"));
+    QCOMPARE(b.model->get_item(text("second")), second);
+    QCOMPARE(b.model->get_item(text("first")), first);
 }
 
 void TestUSModel::items_may_be_set_and_read_from_another_thread()
