@@ -4,8 +4,10 @@
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
+#include "tests/support/two_threads.h"
 
 #include <QTest>
+#include <array>
 #include <climits>
 
 using namespace ChannelCF;
@@ -15,6 +17,25 @@ class TestChannelLookups : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    /// Stands first, so that the tables are made under it.
+    void two_threads_may_look_up_at_once_also_for_the_first_time()
+    {
+        std::array<std::vector<std::uint32_t>, 2> outputs;
+        std::array<std::uint32_t, 2> channels{};
+        in_two_threads([&](int which) {
+            ChannelConfigSpec const spec = spec_of(QStringLiteral("ISO4 VVVV"));
+            auto const at = static_cast<std::size_t>(which);
+            for (int round = 0; round < 100; ++round) {
+                outputs[at] = FindAllOutputs(spec, 0, false);
+                channels[at] = GetMaxUserChannels(spec);
+            }
+        });
+        QCOMPARE(outputs[0], (std::vector<std::uint32_t>{0, 1, 2, 3}));
+        QCOMPARE(outputs[1], outputs[0]);
+        QCOMPARE(channels[0], 8U);
+        QCOMPARE(channels[1], channels[0]);
+    }
+
     void empty_spec_has_nothing()
     {
         AssertLog log;

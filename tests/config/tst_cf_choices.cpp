@@ -3,6 +3,7 @@
 #include "ATarnLib/config/cf_combo_box.h"
 #include "ATarnLib/config/cf_radio_buttons.h"
 #include "tests/config/binding_bench.h"
+#include "tests/support/latin1_text.h"
 
 #include <QButtonGroup>
 #include <QSignalSpy>
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void radio_buttons_mean_their_values();
     void no_radio_button_is_checked_for_a_value_without_one_data();
     void no_radio_button_is_checked_for_a_value_without_one();
+    void radio_buttons_of_different_parents_uncheck_each_other();
     void a_radio_button_takes_the_place_of_the_one_before();
     void a_combo_box_offers_what_the_server_takes();
     void a_combo_box_offers_the_options_that_the_server_takes();
@@ -34,11 +36,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
-QString text(char const *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 QString const aspect = QStringLiteral("VideoAspectRatio");
 QString const enable = QStringLiteral("Channel_GrowingMxfExportEnable0");
@@ -245,6 +242,26 @@ void TestCFChoices::no_radio_button_is_checked_for_a_value_without_one()
     narrow->click();
     QVERIFY(!wide->isChecked());
     QCOMPARE(b.item(aspect)->get(), text("4x3"));
+}
+
+void TestCFChoices::radio_buttons_of_different_parents_uncheck_each_other()
+{
+    BindingBench b;
+    QRadioButton narrow;
+    QRadioButton wide;
+    CFRadioButtons binding(b.model, aspect);
+    binding.insert(text("4x3"), &narrow);
+    binding.insert(text("16x9"), &wide);
+    QVERIFY(b.scan());
+    QVERIFY(wide.isChecked());
+    narrow.click();
+    QCOMPARE(b.item(aspect)->get(), text("4x3"));
+    QVERIFY(narrow.isChecked());
+    QVERIFY(!wide.isChecked());
+    wide.click();
+    QCOMPARE(b.item(aspect)->get(), text("16x9"));
+    QVERIFY(wide.isChecked());
+    QVERIFY(!narrow.isChecked());
 }
 
 void TestCFChoices::a_radio_button_takes_the_place_of_the_one_before()

@@ -2,6 +2,7 @@
 #include "ATarnLib/config/cf_item_model.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
+#include "tests/support/latin1_text.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -66,11 +67,6 @@ ConfigurationItem waiting(AString const &effective, AString const &value)
     result.configuration_item_effective_value = effective;
     result.configuration_item_requires_reboot = true;
     return result;
-}
-
-QString text(char const *latin1)
-{
-    return QString::fromLatin1(latin1);
 }
 
 struct Model

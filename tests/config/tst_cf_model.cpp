@@ -4,13 +4,16 @@
 #include "sim/vesk/vesk_world.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
+#include "tests/support/latin1_text.h"
 #include "tests/support/linked_client.h"
 #include "tests/support/scripted_server.h"
+#include "tests/support/two_threads.h"
 
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
 
+#include <array>
 #include <thread>
 
 using VCTP3::APIQt;
@@ -29,6 +32,7 @@ private Q_SLOTS:
     void a_model_without_a_connection_is_an_assertion();
     void there_is_one_local_model();
     void the_local_model_goes_with_its_connection();
+    void the_local_model_is_the_same_for_two_threads_at_once();
     void a_local_model_that_another_thread_makes_belongs_to_the_application();
     void the_seventh_item_is_fetched_when_the_first_reply_comes();
     void items_are_fetched_in_the_order_of_their_names();
@@ -41,18 +45,15 @@ private Q_SLOTS:
     void another_clients_change_arrives();
     void a_change_of_an_item_that_nobody_asked_for_is_passed_over();
     void a_change_that_names_no_item_reads_all_items_again();
+    void a_change_that_names_no_item_waits_for_the_fetches_in_flight();
     void a_reconnection_fetches_every_item_again();
+    void an_item_that_the_next_server_does_not_know_is_forgotten();
     void a_connection_that_goes_during_the_scan_leaves_no_fetch_behind();
     void many_restarts_leave_the_items_as_the_server_has_them();
     void an_item_may_be_asked_for_from_another_thread();
 };
 
 namespace {
-
-QString text(char const *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 QString panel(int number)
 {
@@ -192,6 +193,17 @@ void TestCFModel::the_local_model_goes_with_its_connection()
     CFModel *second = CFModel::create(true, &api);
     QCOMPARE(second->parent(), &api);
     QCOMPARE(CFModel::localhost(), second);
+}
+
+void TestCFModel::the_local_model_is_the_same_for_two_threads_at_once()
+{
+    for (int round = 0; round < 200; ++round) {
+        std::array<CFModel *, 2> made{};
+        in_two_threads([&](int which) { made[std::size_t(which)] = CFModel::localhost(); });
+        QCOMPARE(made[0], made[1]);
+        QCOMPARE(made[0]->thread(), thread());
+        delete made[0];
+    }
 }
 
 void TestCFModel::a_local_model_that_another_thread_makes_belongs_to_the_application()
@@ -364,6 +376,53 @@ void TestCFModel::a_change_that_names_no_item_reads_all_items_again()
     QTRY_COMPARE(c.scanned.count(), 2);
     QCOMPARE(c.count("get_one_configuration"), 4U);
     QVERIFY(item->have_cf());
+}
+
+void TestCFModel::a_change_that_names_no_item_waits_for_the_fetches_in_flight()
+{
+    ScriptedServer server;
+    APIQt api;
+    CFModel *model = CFModel::create(false, &api);
+    model->get_item(panel(0));
+    model->get_item(panel(1));
+    QSignalSpy reports(&api, &APIQt::report_config_changed);
+    api.connect_to_server(server.address());
+    QTRY_COMPARE(fetches(server).size(), 2);
+    server.say("<report><config_changed/></report>");
+    QTRY_COMPARE(reports.count(), 1);
+    api.cmd_sync();
+    QTRY_VERIFY(server.commands().last().contains("<sync"));
+    QCOMPARE(fetches(server).size(), 2);
+    QList<QByteArray> const commands = server.commands();
+    for (QByteArray const &command : commands)
+        if (command.contains("<get_one_configuration>"))
+            server.say(unknown_item(command));
+    QTRY_COMPARE(fetches(server).size(), 4);
+    QVERIFY(!model->is_fully_scanned());
+}
+
+/// An edit stays, as with every other item that is not here.
+void TestCFModel::an_item_that_the_next_server_does_not_know_is_forgotten()
+{
+    ScriptedServer without;
+    without.answer_with(unknown_item);
+    Modelled c;
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    CFItemModel *typed = c.model->get_item(text("ControlPanel_ID0"));
+    QVERIFY(c.connect());
+    QVERIFY(c.scan());
+    typed->set(text("mine"));
+    QVERIFY(c.lose());
+    QVERIFY(item->have_cf());
+    QSignalSpy changed(item, qOverload<QString const &>(&CFItemModel::changed));
+    c.api.connect_to_server(without.address());
+    QVERIFY(c.scan());
+    QVERIFY(!item->have_cf());
+    QCOMPARE(item->get(), QString());
+    QVERIFY(item->allowed_values().isEmpty());
+    QCOMPARE(changed, (QList<QVariantList>{{QString()}}));
+    QVERIFY(!typed->have_cf());
+    QCOMPARE(typed->get(), text("mine"));
 }
 
 void TestCFModel::a_reconnection_fetches_every_item_again()

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/config/cf_model.h"
 #include "sim/vesk/vesk_world.h"
+#include "tests/glint/hub_bench.h"
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
+#include "tests/support/latin1_text.h"
 #include "tests/support/linked_client.h"
+#include "tests/support/two_threads.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -24,6 +27,8 @@ private Q_SLOTS:
     void a_revert_of_all_takes_back_every_edit();
     void an_answer_about_changes_is_kept_until_an_item_changes();
     void an_edit_that_ends_without_a_signal_is_seen();
+    void a_value_that_goes_back_behind_a_refused_one_is_no_change_once_committed();
+    void commits_of_two_threads_send_what_was_typed_last();
     void a_hot_item_sends_every_change_at_once();
     void a_hot_item_sends_the_old_value_behind_a_new_one();
     void a_hot_change_sends_no_cold_item();
@@ -31,11 +36,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
-QString text(char const *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 /// A client whose model has two items that hold at once and one that waits for a reboot.
 struct Editor : LinkedClient<>
@@ -213,9 +213,46 @@ void TestCFModelCommit::an_edit_that_ends_without_a_signal_is_seen()
     QVERIFY(c.model->have_changes());
     QVERIFY(c.lose());
     QSignalSpy changed(c.panel, qOverload<>(&CFItemModel::changed));
+    QSignalSpy model_changed(c.model, &CFModel::changed);
     QVERIFY(c.scan());
     QCOMPARE(changed.count(), 0);
+    QCOMPARE(model_changed.count(), 1);
     QVERIFY(!c.model->have_changes());
+}
+
+void TestCFModelCommit::a_value_that_goes_back_behind_a_refused_one_is_no_change_once_committed()
+{
+    Editor c;
+    QVERIFY(c.scan());
+    c.aspect->set(text("21x9"));
+    c.model->commit_changes();
+    QVERIFY(c.sync());
+    c.aspect->set(text("16x9"));
+    QVERIFY(c.model->have_changes());
+    c.model->commit_changes();
+    QVERIFY(!c.model->have_changes());
+    QVERIFY(c.model->commit_done());
+}
+
+/// Over a connection that hands its commands over.
+void TestCFModelCommit::commits_of_two_threads_send_what_was_typed_last()
+{
+    HubBench b;
+    CFModel *model = b.hub->get_cf_model();
+    CFItemModel *panel = model->get_item(text("ControlPanel_ID0"));
+    QVERIFY(b.connect());
+    QTRY_VERIFY(model->is_fully_scanned());
+    for (int round = 0; round < 20; ++round) {
+        in_two_threads([&](int which) {
+            for (int i = 0; i < 20; ++i) {
+                panel->set(QStringLiteral("%1.%2.%3").arg(round).arg(which).arg(i));
+                model->commit_changes();
+            }
+        });
+        QString const typed = panel->get();
+        QVERIFY(b.sync());
+        QCOMPARE(QString(b.server.setting("ControlPanel_ID0"_a).value().saved), typed);
+    }
 }
 
 void TestCFModelCommit::a_hot_item_sends_every_change_at_once()

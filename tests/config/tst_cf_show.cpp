@@ -2,6 +2,7 @@
 #include "ATarnLib/config/cf_control_panel.h"
 #include "ATarnLib/config/cf_show.h"
 #include "tests/config/binding_bench.h"
+#include "tests/support/latin1_text.h"
 
 #include <QTest>
 
@@ -27,11 +28,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
-QString text(char const *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 QString const aspect = QStringLiteral("VideoAspectRatio");
 

@@ -7,6 +7,7 @@
 #include "tests/glint/hub_bench.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
+#include "tests/support/latin1_text.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -54,14 +55,10 @@ private Q_SLOTS:
     void writes_the_texts_to_the_debug_output();
     void follows_a_server();
     void may_be_asked_from_another_thread();
+    void a_missing_model_is_an_assertion();
 };
 
 namespace {
-
-QString text(char const *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 QString item_name(unsigned int quad)
 {
@@ -478,6 +475,18 @@ void TestCFChannelConfig::may_be_asked_from_another_thread()
         b.arrive(0, text(i % 2 ? "VVVV" : "ISO4"));
     asker.join();
     QVERIFY(sound);
+}
+
+void TestCFChannelConfig::a_missing_model_is_an_assertion()
+{
+    AssertLog asserts;
+    CFChannelConfig const config(nullptr, nullptr, nullptr);
+    QCOMPARE(
+        asserts.take(), (QStringList{text("cf_model != nullptr"), text("us_model != nullptr")}));
+    QCOMPARE(config.cf_value_list(), QStringList(8, QString()));
+    QCOMPARE(config.channel_count(), 0U);
+    QVERIFY(!config.have_cf());
+    QVERIFY(!config.present(0U));
 }
 
 QTEST_GUILESS_MAIN(TestCFChannelConfig)
