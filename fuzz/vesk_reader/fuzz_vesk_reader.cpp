@@ -25,7 +25,7 @@ public:
 /// and whether it could read on to the end.
 QByteArray answer(char const *data, std::size_t size, std::size_t piece, bool *read_on)
 {
-    VeskStation station(VCTP3::VideoStandard::v1080_50i);
+    VeskStation station(VCTP3::VideoStandard::v1080_50i, VeskBoard::hd);
     quint64 const connection = station.open();
     *read_on = true;
     for (std::size_t at = 0; at < size && *read_on; at += piece)
