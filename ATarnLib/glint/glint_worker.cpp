@@ -23,6 +23,7 @@ void GlintWorker::send_work()
     if (held.empty())
         return;
     bool wake = false;
+    undecoded.fetch_add(static_cast<unsigned int>(held.size()), std::memory_order_relaxed);
     {
         AProtect<Work>::Lock lock(work);
         if (lock->items.empty())
@@ -42,11 +43,6 @@ void GlintWorker::add_work(unsigned long long connection, XMLTree const &message
     send_work();
 }
 
-unsigned int GlintWorker::work_waiting() const
-{
-    return static_cast<unsigned int>(AProtect<Work>::Lock(work)->items.size());
-}
-
 AString GlintWorker::last_drop_reason() const
 {
     return AProtect<Drop>::Lock(last_drop)->reason;
@@ -62,6 +58,7 @@ void GlintWorker::process_work()
     while (take_work()) {
         for (WorkItem const &item : taken)
             process(item);
+        undecoded.fetch_sub(static_cast<unsigned int>(taken.size()), std::memory_order_release);
         taken.clear();
     }
     publish();

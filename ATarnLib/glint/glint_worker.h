@@ -30,8 +30,9 @@ public:
 
     /// \name From any thread
     /// @{
-    /// Messages that have been handed over and wait for being decoded.
-    unsigned int work_waiting() const;
+    /// Messages that have been handed over and are not decoded yet. At 0 each of them has left its
+    /// result behind.
+    unsigned int work_waiting() const { return undecoded.load(std::memory_order_acquire); }
     /// Messages that could not be decoded.
     unsigned long long dropped() const { return dropped_count.load(std::memory_order_relaxed); }
     /// What was wrong with the last one, and when that was by `ACounter`.
@@ -82,6 +83,7 @@ private:
     std::vector<WorkItem> held; // hub
     AProtect<Work> work;
     std::vector<WorkItem> taken; // worker; its room goes back and forth
+    std::atomic<unsigned int> undecoded{0};
     std::atomic<unsigned long long> dropped_count{0};
     AProtect<Drop> last_drop;
 };
