@@ -7,20 +7,63 @@
 
 #include <QMutexLocker>
 
+/// What the hub calls with an alert, on its own thread. It knows the inbox alone: of two models,
+/// the one that comes too late to be the hub's may be going on another thread meanwhile.
+class AlertModel::Putter
+{
+public:
+    explicit Putter(AProtect<Inbox> const &to)
+        : inbox(to)
+    {
+    }
+    /// The toolkit keeps a copy, behind locks of its own.
+    Putter(Putter const &other)
+        : inbox(other.inbox)
+    {
+        tell_of_give(this);
+    }
+    Putter &operator=(Putter const &) = delete;
+
+    void operator()(VCTP3::Alert const &alert)
+    {
+        tell_of_take(this);
+        AProtect<Inbox>::Lock const lock(inbox);
+        if (!lock->model)
+            return;
+        lock->alerts.push_back(alert);
+        if (lock->alerts.size() == 1)
+            QMetaObject::invokeMethod(lock->model, &AlertModel::take_reports, Qt::QueuedConnection);
+    }
+
+private:
+    AProtect<Inbox> inbox;
+};
+
 AlertModel::AlertModel(Glint *hub)
     : glint(hub)
 {
+    AProtect<Inbox>::Lock(inbox)->model = this;
     moveToThread(&own_thread);
     if (A_ASSERT(hub != nullptr))
-        connect(glint, &Glint::report_alert, this, &AlertModel::report_alert);
+        reports = connect(glint, &Glint::report_alert, glint, Putter(inbox), Qt::DirectConnection);
     own_thread.start(QThread::InheritPriority);
 }
 
 AlertModel::~AlertModel()
 {
+    disconnect(reports);
+    AProtect<Inbox>::Lock(inbox)->model = nullptr;
     own_thread.end();
     for (auto const &[name, item] : items)
         delete item;
+}
+
+void AlertModel::take_reports()
+{
+    std::vector<VCTP3::Alert> alerts;
+    AProtect<Inbox>::Lock(inbox)->alerts.swap(alerts);
+    for (VCTP3::Alert const &alert : alerts)
+        report_alert(alert);
 }
 
 AlertItemModel *AlertModel::get(QString const &name)

@@ -3,10 +3,12 @@
 
 #include "ATarnLib/base/athread.h"
 #include "ATarnLib/glint/alert_item_model.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/aprotect.h"
 
 #include <QRecursiveMutex>
 
 #include <map>
+#include <vector>
 
 class Glint;
 
@@ -40,7 +42,20 @@ Q_SIGNALS:
 private:
     friend class AlertItemModel;
 
+    /// What the hub has told, and the own thread has not yet taken.
+    struct Inbox
+    {
+        AlertModel *model = nullptr; // null once it is going
+        std::vector<VCTP3::Alert> alerts;
+    };
+
+    class Putter;
+
+    void take_reports();
+
     Glint *const glint;
+    AProtect<Inbox> const inbox; // shared with what the hub calls
+    QMetaObject::Connection reports;
     mutable QRecursiveMutex mutex; // never held while emitting
     std::map<QString, AlertItemModel *> items; // guarded by mutex
     AThread own_thread;

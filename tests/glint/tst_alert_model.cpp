@@ -36,7 +36,9 @@ private Q_SLOTS:
     void a_new_name_is_told_once();
     void several_threads_get_the_same_items();
     void alerts_stay_without_a_connection();
+    void a_burst_is_taken_in_order();
     void goes_while_reports_come();
+    void goes_on_another_thread_while_reports_come();
     void follows_the_servers_temperature();
     void a_missing_model_or_hub_is_an_assertion();
 };
@@ -201,8 +203,10 @@ void TestAlertModel::an_alert_of_another_name_is_an_assertion()
     QVERIFY(b.begin());
     AlertItemModel *item = b.model->get(QStringLiteral("fan"));
     AssertLog asserts;
+    static std::atomic<AlertItemModel *> told{nullptr};
+    told = item;
     QMetaObject::invokeMethod(
-        item, [&] { item->report_alert(alert("power"_a, AlertingLevel::error)); },
+        item, [] { told.load()->report_alert(alert("power"_a, AlertingLevel::error)); },
         Qt::BlockingQueuedConnection);
     QCOMPARE(asserts.take(), QStringList{QStringLiteral("alert.name == name")});
     QVERIFY(!item->get().has_value());
@@ -276,6 +280,27 @@ void TestAlertModel::alerts_stay_without_a_connection()
     QVERIFY(b.held("fan") == alert("fan"_a, AlertingLevel::error));
 }
 
+void TestAlertModel::a_burst_is_taken_in_order()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    AProtect<QStringList> const taken;
+    connect(
+        b.model, &AlertModel::added, b.model,
+        [&](QString const &name) { AProtect<QStringList>::Lock(taken)->append(name); },
+        Qt::DirectConnection);
+    QStringList told;
+    for (int i = 0; i < 500; ++i) {
+        told.append(QString::number(i));
+        Q_EMIT b.hub->report_alert(alert(AString(told.last()), AlertingLevel::warning));
+        Q_EMIT b.hub->report_alert(alert(AString(told.last()), AlertingLevel::error));
+    }
+    QVERIFY(b.settle());
+    QCOMPARE(*AProtect<QStringList>::Lock(taken), told);
+    for (QString const &name : told)
+        QCOMPARE(b.model->get(name)->get()->alerting_level, AlertingLevel::error);
+}
+
 void TestAlertModel::goes_while_reports_come()
 {
     Bench b;
@@ -286,6 +311,23 @@ void TestAlertModel::goes_while_reports_come()
             Q_EMIT b.hub->report_alert(alert(AString(QString::number(n)), AlertingLevel::error));
     }
     QVERIFY(b.settle());
+}
+
+void TestAlertModel::goes_on_another_thread_while_reports_come()
+{
+    Bench b;
+    QVERIFY(b.begin());
+    std::atomic<bool> done{false};
+    std::thread other([&] {
+        for (int i = 0; i < 100; ++i)
+            AlertModel const model(b.hub.get());
+        done = true;
+    });
+    for (int n = 0; n < 5 || !done; ++n)
+        Q_EMIT b.hub->report_alert(alert(AString(QString::number(n % 5)), AlertingLevel::error));
+    other.join();
+    QVERIFY(b.settle());
+    QCOMPARE(b.model->names().size(), 5);
 }
 
 void TestAlertModel::follows_the_servers_temperature()
