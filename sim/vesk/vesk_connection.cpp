@@ -4,6 +4,7 @@
 #include "sim/vesk/vesk_station.h"
 
 #include <algorithm>
+#include <utility>
 
 VeskConnection::VeskConnection(QTcpSocket *socket, VeskStation *station, QObject *parent)
     : QObject(parent)
@@ -64,7 +65,11 @@ void VeskConnection::write(qint64 most)
         size = std::min(size, static_cast<qint64>(*left_to_send));
         left_to_send = *left_to_send - static_cast<quint64>(size);
     }
-    tcp->write(waiting.constData(), size);
+    // Given away whole it is neither copied nor cut into several writes.
+    if (size == waiting.size())
+        tcp->write(std::exchange(waiting, {}));
+    else
+        tcp->write(waiting.constData(), size);
     waiting.remove(0, size);
     served->counters().bytes_sent += static_cast<quint64>(size);
     if (left_to_send && *left_to_send == 0)
