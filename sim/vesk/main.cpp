@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_field_clock.h"
 #include "sim/vesk/vesk_sim.h"
+#include "sim/vesk/vesk_storm.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -67,6 +68,21 @@ bool read_board(QString const &name, VeskBoard *board)
     return number >= 0;
 }
 
+bool read_storm(QCommandLineParser const &parser, VeskSimOptions *options, QString *error)
+{
+    options->storm = parser.isSet(QStringLiteral("storm"));
+    if (!parser.isSet(QStringLiteral("spread")))
+        return true;
+    QString const text = parser.value(QStringLiteral("spread"));
+    options->storm_parts = text.toUInt();
+    if (options->storm_parts < 1 || options->storm_parts > VeskStorm::most_parts)
+        *error
+            = QStringLiteral("'%1' is no number from 1 to %2").arg(text).arg(VeskStorm::most_parts);
+    else if (!options->storm)
+        *error = QStringLiteral("--spread is for --storm");
+    return error->isEmpty();
+}
+
 /// False, and what is wrong in \a error, for values that do not fit.
 bool read(QCommandLineParser const &parser, Arguments *arguments, QString *error)
 {
@@ -103,7 +119,7 @@ bool read(QCommandLineParser const &parser, Arguments *arguments, QString *error
         return false;
     }
     arguments->options.demo = !parser.isSet(QStringLiteral("empty"));
-    return true;
+    return read_storm(parser, &arguments->options, error);
 }
 
 void add_options(QCommandLineParser *parser)
@@ -121,6 +137,14 @@ void add_options(QCommandLineParser *parser)
             QStringLiteral("NAME"), QStringLiteral("hd")},
         {QStringLiteral("demo"), QStringLiteral("Start with the demo event (the default).")},
         {QStringLiteral("empty"), QStringLiteral("Start without clips, lists and metadata.")},
+        {QStringLiteral("storm"),
+            QStringLiteral("Report, instead of what the channels do, everything about all of them "
+                           "with every field to those who have registered for it.")},
+        {QStringLiteral("spread"),
+            QStringLiteral("Spread a storm over so many PARTS of a field, 1 to %1 (default 1: all "
+                           "at its beginning).")
+                .arg(VeskStorm::most_parts),
+            QStringLiteral("PARTS")},
         {QStringLiteral("run-time"), QStringLiteral("End after so many SECONDS (default: never)."),
             QStringLiteral("SECONDS")},
         {QStringLiteral("trace"),

@@ -6,14 +6,16 @@
 #include <QTimer>
 #include <functional>
 
-/// Lets the fields of a clock pass in real time. The fields are counted from the time that has
-/// gone by, so that a late timer event makes up for what it missed and the rate stays exact.
+/// Lets the fields of a clock, or equal parts of them, pass in real time. They are counted from
+/// the time that has gone by, so that a late timer event makes up for what it missed and the rate
+/// stays exact.
 /// Thread: the one that it was started on.
 class VeskFieldTimer
 {
 public:
-    /// \a field lets one field pass; \a clock tells the rate and must outlive this object.
-    VeskFieldTimer(VeskFieldClock const *clock, std::function<void()> field);
+    /// \a part lets a field pass, or one of so many \a parts of it; \a clock tells the rate and
+    /// must outlive this object.
+    VeskFieldTimer(VeskFieldClock const *clock, std::function<void()> part, unsigned int parts = 1);
 
     void start();
     void stop() { timer.stop(); }
@@ -26,7 +28,8 @@ private:
     void arm();
 
     VeskFieldClock const *rate;
-    std::function<void()> pass_field;
+    std::function<void()> pass_part;
+    unsigned int parts_of_field;
     QTimer timer;
     long long start_ms = 0;
     quint64 passed = 0;

@@ -3,7 +3,9 @@
 
 #include "sim/vesk/vesk_connection.h"
 #include "sim/vesk/vesk_demo_event.h"
+#include "sim/vesk/vesk_storm.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -86,10 +88,25 @@ void VeskServer::close_after(AOption<quint64> const &bytes)
 
 void VeskServer::advance(unsigned int fields)
 {
-    for (unsigned int field = 0; field < fields; ++field) {
+    for (unsigned int part = 0; part < fields * parts_of_field(); ++part)
+        pass_part();
+}
+
+void VeskServer::pass_part()
+{
+    if (next_part == 0)
         served.advance_field();
-        write_waiting();
-    }
+    if (wanted.storm)
+        served.send_storm(next_part, parts_of_field());
+    if (wanted.passed)
+        wanted.passed(served.world().clock.now(), next_part);
+    next_part = (next_part + 1) % parts_of_field();
+    write_waiting();
+}
+
+unsigned int VeskServer::parts_of_field() const
+{
+    return wanted.storm ? std::clamp(wanted.storm_parts, 1U, VeskStorm::most_parts) : 1;
 }
 
 void VeskServer::set_real_time(bool on)
@@ -103,7 +120,8 @@ void VeskServer::use_timer(bool on)
     timer.reset();
     if (!on)
         return;
-    timer = std::make_unique<VeskFieldTimer>(&served.world().clock, [this] { advance(1); });
+    timer = std::make_unique<VeskFieldTimer>(
+        &served.world().clock, [this] { pass_part(); }, parts_of_field());
     timer->start();
 }
 
@@ -111,6 +129,7 @@ void VeskServer::restart(VeskState state)
 {
     timer.reset();
     drop_connections();
+    next_part = 0;
     if (state == VeskState::keep) {
         served.restart();
     } else {
@@ -124,5 +143,6 @@ void VeskServer::fill()
 {
     if (wanted.demo)
         vesk_fill_demo_event(&served.world());
+    served.world().storm = wanted.storm;
     served.send_reports();
 }

@@ -49,6 +49,8 @@ private:
     void accept();
     void forget(quint64 number);
     void fill();
+    void pass_part();
+    unsigned int parts_of_field() const;
     void use_timer(bool on);
 
     QHostAddress listened;
@@ -57,5 +59,6 @@ private:
     QTcpServer tcp;
     std::map<quint64, VeskConnection *> connections;
     std::unique_ptr<VeskFieldTimer> timer;
+    unsigned int next_part = 0; // of the present field
     AOption<quint64> close_limit;
 };

@@ -29,6 +29,15 @@ struct VeskSimOptions
     bool demo = false;
     /// Fields pass by themselves; otherwise only when `VeskSim::advance` says so.
     bool real_time = false;
+    /// Whether the channels report, instead of what they do, everything about themselves with
+    /// every field, to those who have registered for it.
+    bool storm = false;
+    /// Over how many parts of a field that is spread, one write for each; at most
+    /// `VeskStorm::most_parts`.
+    unsigned int storm_parts = 1;
+    /// Called when a field, or a part of it from 0 on, has passed, just before what it has to tell
+    /// is written; on the server's thread.
+    std::function<void(quint64 field, unsigned int part)> passed;
     /// Gets every message and what the server has to say, a line each, on the server's thread.
     std::function<void(QByteArray const &line)> trace;
 };

@@ -5,6 +5,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_format.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_name.h"
 #include "sim/vesk/vesk_answer.h"
+#include "sim/vesk/vesk_storm.h"
 
 #include <utility>
 
@@ -157,6 +158,14 @@ void VeskStation::advance_field()
     send_reports();
 }
 
+void VeskStation::send_storm(unsigned int part, unsigned int parts)
+{
+    unsigned int const end = VeskChannels::count * (part + 1) / parts;
+    for (unsigned int channel = VeskChannels::count * part / parts; channel < end; ++channel)
+        for (VCTP3::ChannelReportType group : VeskStorm::groups)
+            send_channel_report(static_cast<VCTP3::Channel>(channel), group);
+}
+
 void VeskStation::restart()
 {
     close_all();
@@ -203,6 +212,9 @@ void VeskStation::send_reports()
         send_told(told);
     for (VeskChannel &channel : kept->channels.all()) {
         unsigned int const changes = channel.take_changes();
+        // A storm tells everything in its own time, and something else.
+        if (kept->storm)
+            continue;
         for (int group = 0; VCTP3::valid_ChannelReportType(group); ++group)
             if (changes & (1U << group))
                 send_channel_report(channel.name(), static_cast<VCTP3::ChannelReportType>(group));

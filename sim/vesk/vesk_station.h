@@ -50,6 +50,8 @@ public:
 
     /// Lets one field pass.
     void advance_field();
+    /// Sends what channels of a storm report, of one of so many parts of the field.
+    void send_storm(unsigned int part, unsigned int parts);
     /// Sends what the world has told since the last time. To be called behind every change of the
     /// world that neither `feed`, `close` nor `advance_field` made.
     void send_reports();

@@ -3,6 +3,7 @@
 
 #include "sim/vesk/reports.h"
 #include "sim/vesk/vesk_settings.h"
+#include "sim/vesk/vesk_storm.h"
 
 VeskWorld::VeskWorld(VeskReporter *told, VCTP3::VideoStandard standard, VeskBoard board)
     : reporter(told)
@@ -58,7 +59,7 @@ XMLTree VeskWorld::channel_report(VCTP3::Channel channel, VCTP3::ChannelReportTy
     case VCTP3::ChannelReportType::chaseplay:
         return VeskReports::channel_chaseplay_unloaded(channel);
     default:
-        return channels.report(channel, group);
+        return storm ? VeskStorm::report(channel, group, clock) : channels.report(channel, group);
     }
 }
 

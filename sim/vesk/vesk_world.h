@@ -37,6 +37,8 @@ struct VeskWorld
     void restart();
 
     VeskReporter *reporter;
+    /// Whether the channels report a load instead of what they do.
+    bool storm = false;
     VeskFieldClock clock;
     VeskClips clips;
     VeskChannels channels;

@@ -5,6 +5,10 @@
 
 #include <QTest>
 
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
 using VCTP3::VideoStandard;
 
 namespace {
@@ -35,7 +39,9 @@ private Q_SLOTS:
     void starts_at_ten_in_the_morning();
     void wraps_timecodes_at_midnight();
     void passes_the_fields_of_real_time();
+    void passes_parts_of_fields();
     void makes_up_for_late_timer_events();
+    void makes_up_for_no_more_fields_in_one_go_when_it_passes_parts();
 };
 
 void TestVeskFieldClock::runs_at_the_rate_of_its_standard_data()
@@ -115,6 +121,21 @@ void TestVeskFieldClock::passes_the_fields_of_real_time()
     QTRY_COMPARE(fields, 3);
 }
 
+void TestVeskFieldClock::passes_parts_of_fields()
+{
+    HandClock hand;
+    VeskFieldClock const clock(VideoStandard::v1080_50i);
+    int parts = 0;
+    VeskFieldTimer timer(
+        &clock, [&parts] { ++parts; }, 3);
+    timer.start();
+    // Thirds of 20 ms begin at 6.7, 13.3, 20, 26.7 and so on.
+    for (auto const &[ms, passed] : {std::pair(7, 1), {6, 1}, {1, 2}, {6, 3}, {7, 4}}) {
+        hand.now += ms;
+        QTRY_COMPARE(parts, passed);
+    }
+}
+
 void TestVeskFieldClock::makes_up_for_late_timer_events()
 {
     HandClock hand;
@@ -134,6 +155,22 @@ void TestVeskFieldClock::makes_up_for_late_timer_events()
     QTRY_COMPARE(fields, quint64(600));
     QVERIFY(most >= 30);
     timer.stop();
+}
+
+void TestVeskFieldClock::makes_up_for_no_more_fields_in_one_go_when_it_passes_parts()
+{
+    HandClock hand;
+    VeskFieldClock const clock(VideoStandard::v1080_50i);
+    QList<int> goes{0};
+    VeskFieldTimer timer(
+        &clock, [&goes] { ++goes.last(); }, 4);
+    QTimer between;
+    QObject::connect(&between, &QTimer::timeout, &between, [&goes] { goes.append(0); });
+    between.start(0);
+    timer.start();
+    hand.now += 1000;
+    QTRY_COMPARE(std::accumulate(goes.cbegin(), goes.cend(), 0), 200);
+    QCOMPARE(*std::max_element(goes.cbegin(), goes.cend()), 120);
 }
 
 QTEST_GUILESS_MAIN(TestVeskFieldClock)

@@ -26,6 +26,8 @@ private Q_SLOTS:
     void starts_with_the_demo_event_or_empty();
     void runs_at_the_given_standard_in_real_time();
     void has_the_given_board();
+    void makes_a_storm_data();
+    void makes_a_storm();
     void traces_on_standard_error();
 };
 
@@ -102,8 +104,8 @@ void TestVeskProgram::tells_all_in_its_help()
     QCOMPARE(program.exit_code(), 0);
     QByteArray const help = program.process.readAllStandardOutput();
     for (char const *word : {"--address", "--standard", "1080_59_94i", "625_50i", "--board",
-             "zephyrx", "--demo", "--empty", "--run-time", "--trace", "--help", "8913",
-             "demo event", "Bank 1", "Goals", "Exit codes: 0", "SIGTERM"})
+             "zephyrx", "--demo", "--empty", "--storm", "--spread", "--run-time", "--trace",
+             "--help", "8913", "demo event", "Bank 1", "Goals", "Exit codes: 0", "SIGTERM"})
         QVERIFY2(help.contains(word), word);
 }
 
@@ -126,6 +128,10 @@ void TestVeskProgram::refuses_bad_usage_data()
     row("--run-time -1", "-1");
     row("--run-time 1e9", "1e9");
     row("--demo --empty", "--empty");
+    row("--storm --spread 0", "'0'");
+    row("--storm --spread 17", "'17'");
+    row("--storm --spread wide", "wide");
+    row("--spread 2", "--storm");
     row("--run-time", "run-time");
 }
 
@@ -186,6 +192,25 @@ void TestVeskProgram::has_the_given_board()
                       "</ConfigurationItemName></get_one_configuration>")
                 .value(0)
                 .contains("<ConfigurationItemEffectiveValue>V_V<"));
+}
+
+void TestVeskProgram::makes_a_storm_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("at once") << QStringList{QStringLiteral("--storm")};
+    QTest::newRow("spread") << QStringList{
+        QStringLiteral("--storm"), QStringLiteral("--spread"), QStringLiteral("16")};
+}
+
+void TestVeskProgram::makes_a_storm()
+{
+    QFETCH(QStringList, arguments);
+    Program program(arguments);
+    WirePeer peer(program.address);
+    peer.call("<channel_report_register><Channel>AN</Channel><ChannelReportType>info"
+              "</ChannelReportType></channel_report_register>");
+    // The channel does nothing.
+    QVERIFY(peer.wait_for_reports(20).size() >= 20);
 }
 
 void TestVeskProgram::traces_on_standard_error()
