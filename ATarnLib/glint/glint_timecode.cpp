@@ -135,7 +135,8 @@ unsigned long long GlintTimecode::overtaken() const
 
 unsigned int GlintTimecode::waiting() const
 {
-    return d->timecodes.waiting() + d->aux_positions.waiting();
+    unsigned int const ltc = AProtect<LTCResult>::Lock(d->ltc)->pending ? 1 : 0;
+    return d->timecodes.waiting() + d->aux_positions.waiting() + ltc;
 }
 
 bool GlintTimecode::decode(unsigned long long connection, XMLTree const &report, AString *error)

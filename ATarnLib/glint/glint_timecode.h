@@ -35,7 +35,7 @@ public:
     bool take_ltc(unsigned long long connection, VCTP3::Timecode *value);
     /// @}
 
-    /// From any thread: results that were overtaken, and channels that have one waiting.
+    /// From any thread: results that were overtaken, and those that wait for being taken.
     unsigned long long overtaken() const;
     unsigned int waiting() const;
 

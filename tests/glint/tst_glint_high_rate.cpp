@@ -299,9 +299,11 @@ void TestGlintHighRate::the_last_ltc_value_is_delivered_once()
         worker.add_work(1, ReportText::parsed(ReportText::ltc(position)));
     finish(&worker);
     QTRY_COMPARE(available.count(), 1);
+    QCOMPARE(worker.waiting(), 1u);
     Timecode value;
     QVERIFY(worker.take_ltc(1, &value));
     QCOMPARE(value.position, 3);
+    QCOMPARE(worker.waiting(), 0u);
     QVERIFY(!worker.take_ltc(1, &value));
     worker.add_work(1, ReportText::parsed(ReportText::ltc(4)));
     QTRY_COMPARE(available.count(), 2);
