@@ -18,8 +18,15 @@
 /// A hub and a simulated server on an address of its own, not yet connected.
 struct HubBench
 {
-    explicit HubBench(VeskSimOptions const &options = {})
-        : server(LoopbackAddress::unique(), log.options(options))
+    /// Whether what the server receives is listed, which takes it longer than to do it.
+    enum class Logged
+    {
+        no,
+        yes,
+    };
+
+    explicit HubBench(VeskSimOptions const &options = {}, Logged logged = Logged::yes)
+        : server(LoopbackAddress::unique(), logged == Logged::yes ? log.options(options) : options)
         , hub(std::make_unique<Glint>(false))
     {
         ten_second_timer()->stop();
