@@ -26,6 +26,11 @@ struct ToolRun
     }
 };
 
+inline QStringList words(char const *line)
+{
+    return QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
+}
+
 inline ToolRun run_tool(QStringList const &arguments)
 {
     QProcess process;
@@ -48,4 +53,19 @@ inline ToolRun run_json(QHostAddress const &server, QStringList const &arguments
 inline ToolRun run_text(QHostAddress const &server, QStringList const &arguments)
 {
     return run_tool(QStringList{QStringLiteral("--server"), server.toString()} + arguments);
+}
+
+/// Runs the program under a shell that redirects its streams.
+inline ToolRun run_redirected(QString const &arguments, QString const &redirection)
+{
+    QProcess shell;
+    shell.start(QStringLiteral("sh"),
+        {QStringLiteral("-c"), QStringLiteral("exec \"$0\" %1 %2").arg(arguments, redirection),
+            QStringLiteral(TARNCTL_PROGRAM)});
+    ToolRun run;
+    if (shell.waitForFinished(25000) && shell.exitStatus() == QProcess::NormalExit)
+        run.code = shell.exitCode();
+    run.out = QString::fromUtf8(shell.readAllStandardOutput());
+    run.err = QString::fromUtf8(shell.readAllStandardError());
+    return run;
 }

@@ -99,8 +99,9 @@ void TestCommandLine::refuses_data()
 {
     QTest::addColumn<QString>("error");
     QTest::newRow("fly A") << QStringLiteral(
-        "no verb 'fly': expected one of call, watch, status, clips, clip, play, stop, cue, record, "
-        "meta, config, help");
+        "no verb 'fly': expected one of call, watch, monitor, status, outputs, tally, alerts, "
+        "health, "
+        "clips, clip, play, stop, cue, record, meta, config, help");
     QTest::newRow("--for 2 watch") << QStringLiteral("no option --for before the verb");
     QTest::newRow("play --for 2") << QStringLiteral("no option --for of 'play'");
     QTest::newRow("play --jsno") << QStringLiteral("no option --jsno of 'play'");
@@ -204,6 +205,12 @@ void TestCommandLine::completes_data()
     QTest::newRow("watch --reports=channel_st") << QStringLiteral("--reports=channel_status");
     QTest::newRow("watch --reports=alerts,disk_")
         << QStringLiteral("--reports=alerts,disk_space --reports=alerts,disk_space_changed");
+    QTest::newRow("monitor --s") << QStringLiteral("--server= --signals=");
+    QTest::newRow("monitor --signals=aux_p")
+        << QStringLiteral("--signals=aux_position --signals=aux_peak --signals=aux_peak_hold");
+    QTest::newRow("monitor --signals=status,disp")
+        << QStringLiteral("--signals=status,display_timecode");
+    QTest::newRow("he") << QStringLiteral("health help");
     QTest::newRow("call list_re") << QStringLiteral("list_rename list_remove_item");
     QTest::newRow("call play Channel=A L") << QStringLiteral("Layer=");
     QTest::newRow("call play Channel=A Ch") << QString();

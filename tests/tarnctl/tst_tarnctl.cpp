@@ -55,15 +55,6 @@ void TestTarnctl::cleanup()
     server.reset();
 }
 
-namespace {
-
-QStringList words(char const *line)
-{
-    return QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
-}
-
-} // namespace
-
 void TestTarnctl::ends_with_0_when_it_is_done()
 {
     ToolRun const run = run_json(server->address(), words("call sync"));
@@ -90,11 +81,13 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
         QTest::newRow(line) << QString::fromUtf8(error);
     };
     row("",
-        "VERB is missing: expected one of call, watch, status, clips, clip, play, stop, cue, "
-        "record, meta, config, help");
+        "VERB is missing: expected one of call, watch, monitor, status, outputs, tally, alerts, "
+        "health, "
+        "clips, clip, play, stop, cue, record, meta, config, help");
     row("fly",
-        "no verb 'fly': expected one of call, watch, status, clips, clip, play, stop, cue, "
-        "record, meta, config, help");
+        "no verb 'fly': expected one of call, watch, monitor, status, outputs, tally, alerts, "
+        "health, "
+        "clips, clip, play, stop, cue, record, meta, config, help");
     row("--bogus clips", "no option --bogus before the verb");
     row("clips --bogus", "no option --bogus of 'clips'");
     row("clips --timeout", "--timeout needs a value: SECONDS");
@@ -147,6 +140,19 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
     row("watch --for soon",
         "bad value 'soon' for --for: expected seconds above 0, at most 1000000");
     row("watch --count 0", "bad value '0' for --count: expected a number above 0");
+    row("monitor more", "'more' is too much");
+    row("monitor --channels D-A", "bad channels 'D-A': expected a list such as A-D,F of A to AN");
+    row("monitor --signals status,report_speed",
+        "no signal 'report_speed': expected one of status, clipid, speed, timecodes, "
+        "clip_position, display_timecode, input_timecode, information, playback_mode, peak, "
+        "aux_status, aux_clipid, aux_speed, aux_position, aux_information, aux_peak, peak_hold, "
+        "aux_peak_hold");
+    row("monitor --for 0", "bad value '0' for --for: expected seconds above 0, at most 1000000");
+    row("monitor --count 1", "no option --count of 'monitor'");
+    row("outputs 1", "'1' is too much");
+    row("tally A", "'A' is too much");
+    row("alerts --for 1", "no option --for of 'alerts'");
+    row("health now", "'now' is too much");
     row("meta", "a word is missing behind 'meta': expected one of get, set, erase, watch");
     row("meta put d k v", "no 'meta put': expected one of get, set, erase, watch");
     row("meta get", "DATABASE is missing");
@@ -164,8 +170,9 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
     row("config get", "NAME is missing");
     row("config set name", "VALUE is missing");
     row("--help fly",
-        "no verb 'fly': expected one of call, watch, status, clips, clip, play, stop, "
-        "cue, record, meta, config, help");
+        "no verb 'fly': expected one of call, watch, monitor, status, outputs, tally, alerts, "
+        "health, "
+        "clips, clip, play, stop, cue, record, meta, config, help");
     row("play --help more", "'more' is too much");
     row("--help play more", "'more' is too much");
     row("meta --help put", "no 'meta put': expected one of get, set, erase, watch");
@@ -177,8 +184,9 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
     row("help call plya", "no command 'plya': like play, log; 'tarnctl call --help' lists them");
     row("help meta put", "no 'meta put': expected one of get, set, erase, watch");
     row("help fly",
-        "no verb 'fly': expected one of call, watch, status, clips, clip, play, stop, "
-        "cue, record, meta, config, help");
+        "no verb 'fly': expected one of call, watch, monitor, status, outputs, tally, alerts, "
+        "health, "
+        "clips, clip, play, stop, cue, record, meta, config, help");
 }
 
 void TestTarnctl::ends_with_2_before_anything_is_sent()
@@ -294,25 +302,6 @@ void TestTarnctl::trace_shows_every_message_both_ways()
     QCOMPARE(run.out, QStringLiteral("{\"reply\":\"ok\"}\n"));
 }
 
-namespace {
-
-/// Runs the program under a shell that redirects its streams.
-ToolRun run_redirected(QString const &arguments, QString const &redirection)
-{
-    QProcess shell;
-    shell.start(QStringLiteral("sh"),
-        {QStringLiteral("-c"), QStringLiteral("exec \"$0\" %1 %2").arg(arguments, redirection),
-            QStringLiteral(TARNCTL_PROGRAM)});
-    ToolRun run;
-    if (shell.waitForFinished(25000) && shell.exitStatus() == QProcess::NormalExit)
-        run.code = shell.exitCode();
-    run.out = QString::fromUtf8(shell.readAllStandardOutput());
-    run.err = QString::fromUtf8(shell.readAllStandardError());
-    return run;
-}
-
-} // namespace
-
 void TestTarnctl::ends_with_5_when_the_output_cannot_be_written_data()
 {
     QTest::addColumn<QString>("redirection");
@@ -417,8 +406,8 @@ void TestTarnctl::the_manual_knows_every_verb_and_option()
             wanted << word;
     }
     QVERIFY(wanted.size() > 15);
-    for (QString const &verb :
-        {QStringLiteral("watch"), QStringLiteral("record"), QStringLiteral("meta")}) {
+    for (QString const &verb : {QStringLiteral("watch"), QStringLiteral("monitor"),
+             QStringLiteral("record"), QStringLiteral("meta")}) {
         for (QString const &line : run_tool({QStringLiteral("help"), verb}).lines()) {
             if (line.startsWith(QStringLiteral("  --")))
                 wanted << line.section(u' ', 2, 2);

@@ -40,15 +40,6 @@ private:
     QByteArray received; // guarded by mutex; written by the server's thread
 };
 
-namespace {
-
-QStringList words(char const *line)
-{
-    return QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
-}
-
-} // namespace
-
 void TestTarnctlCall::initTestCase()
 {
     address = LoopbackAddress::unique();

@@ -36,11 +36,6 @@ private:
 
 namespace {
 
-QStringList words(char const *line)
-{
-    return QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
-}
-
 QString const demo_clip = QStringLiteral("Bank 1/101-01");
 QString const ok_line = QStringLiteral("{\"reply\":\"ok\"}\n");
 

@@ -2,6 +2,7 @@
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
 #include "tests/tarnctl/message_samples.h"
+#include "tests/tarnctl/running_tool.h"
 #include "tests/tarnctl/tool_run.h"
 
 #include <QTest>
@@ -40,24 +41,11 @@ private Q_SLOTS:
 private:
     /// Starts the program and waits until the server has had \a count registrations of that name.
     void start(QStringList const &arguments, char const *registration, quint64 count = 1);
-    /// Waits until the program has written so many lines, and takes them.
-    QStringList take_lines(int count);
-    /// Waits for the end; -1 if it does not come.
-    int end_code();
 
     QHostAddress address;
     std::unique_ptr<VeskSim> server;
-    std::unique_ptr<QProcess> process;
+    std::unique_ptr<RunningTool> process;
 };
-
-namespace {
-
-QStringList words(char const *line)
-{
-    return QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
-}
-
-} // namespace
 
 void TestTarnctlWatch::init()
 {
@@ -65,43 +53,25 @@ void TestTarnctlWatch::init()
     VeskSimOptions options;
     options.demo = true;
     server = std::make_unique<VeskSim>(address, options);
-    process = std::make_unique<QProcess>();
+    process = std::make_unique<RunningTool>();
 }
 
 void TestTarnctlWatch::cleanup()
 {
-    process->kill();
-    process->waitForFinished();
     process.reset();
     server.reset();
 }
 
 void TestTarnctlWatch::start(QStringList const &arguments, char const *registration, quint64 count)
 {
-    process->start(QStringLiteral(TARNCTL_PROGRAM),
-        QStringList{QStringLiteral("--server"), address.toString()} + arguments);
+    process->begin(address, arguments);
     QTRY_VERIFY_WITH_TIMEOUT(server->counters().count(registration) >= count, 20000);
-}
-
-QStringList TestTarnctlWatch::take_lines(int count)
-{
-    QByteArray text;
-    while (text.count('\n') < count && (process->canReadLine() || process->waitForReadyRead(20000)))
-        text += process->readLine();
-    return QString::fromUtf8(text).split(u'\n', Qt::SkipEmptyParts);
-}
-
-int TestTarnctlWatch::end_code()
-{
-    if (process->state() != QProcess::NotRunning && !process->waitForFinished(20000))
-        return -1;
-    return process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1;
 }
 
 void TestTarnctlWatch::registers_for_everything_on_all_channels()
 {
     start(words("--trace watch --for 0.2"), "channel_reports_register");
-    QCOMPARE(end_code(), 0);
+    QCOMPARE(process->end_code(), 0);
     QString const sent = QString::fromUtf8(process->readAllStandardError());
     for (char const *wanted : {"<ReportType>clip_change</ReportType>",
              "<ReportType>ltc_input</ReportType></ReportSet>", "<Channel>A</Channel>",
@@ -146,19 +116,19 @@ void TestTarnctlWatch::registers_only_for_what_was_named()
 void TestTarnctlWatch::prints_reports_as_they_arrive()
 {
     start(words("--json watch --channels B --reports channel_status"), "channel_reports_register");
-    QCOMPARE(take_lines(1),
+    QCOMPARE(process->take_lines(1),
         QStringList{
             QStringLiteral(R"({"report":"channel_status","Channel":"B","ChannelStatus":"idle"})")});
     QCOMPARE(run_json(address, words("cue B") << QStringLiteral("Bank 1/101-01")).code, 0);
-    QCOMPARE(take_lines(1),
+    QCOMPARE(process->take_lines(1),
         QStringList{QStringLiteral(
             R"({"report":"channel_status","Channel":"B","ChannelStatus":"cueing","ClipID":"Bank 1/101-01"})")});
     server->advance(2);
-    QCOMPARE(take_lines(1),
+    QCOMPARE(process->take_lines(1),
         QStringList{QStringLiteral(
             R"({"report":"channel_status","Channel":"B","ChannelStatus":"stop","ClipID":"Bank 1/101-01"})")});
     QCOMPARE(run_json(address, words("play B")).code, 0);
-    QCOMPARE(take_lines(1),
+    QCOMPARE(process->take_lines(1),
         QStringList{QStringLiteral(
             R"({"report":"channel_status","Channel":"B","ChannelStatus":"play","ClipID":"Bank 1/101-01"})")});
 }
@@ -177,10 +147,10 @@ void TestTarnctlWatch::prints_every_report_with_all_its_elements()
     }
     QCOMPARE(names.size(), std::size_t(57));
     server->say(all);
-    QStringList const printed = take_lines(int(lines.size()));
+    QStringList const printed = process->take_lines(int(lines.size()));
     for (int i = 0; i < lines.size(); ++i)
         QCOMPARE(printed.value(i), lines[i]);
-    QCOMPARE(end_code(), 0);
+    QCOMPARE(process->end_code(), 0);
 }
 
 void TestTarnctlWatch::prints_what_it_did_not_register_for()
@@ -188,7 +158,7 @@ void TestTarnctlWatch::prints_what_it_did_not_register_for()
     start(words("--json watch --reports alerts --count 1"), "reports_register");
     server->say("<report><panel_num_event><Panel>18446744073709551615</Panel>"
                 "<EventName>a&lt;b</EventName></panel_num_event></report>");
-    QCOMPARE(end_code(), 0);
+    QCOMPARE(process->end_code(), 0);
     QCOMPARE(process->readAllStandardOutput(),
         QByteArray("{\"report\":\"panel_num_event\",\"Panel\":\"18446744073709551615\","
                    "\"EventName\":\"a<b\"}\n"));
@@ -200,7 +170,7 @@ void TestTarnctlWatch::prints_aligned_lines_for_people()
     server->say("<report><clip_created><ClipID>a b</ClipID></clip_created></report>"
                 "<report><channel_speed><Channel>C</Channel><Speed>32768</Speed></channel_speed>"
                 "</report>");
-    QCOMPARE(end_code(), 0);
+    QCOMPARE(process->end_code(), 0);
     QCOMPARE(process->readAllStandardOutput(),
         QByteArray("clip_created                    ClipID=\"a b\"\n"
                    "channel_speed                   Channel=C Speed=0.5X\n"));
@@ -212,7 +182,7 @@ void TestTarnctlWatch::ends_after_a_number_of_reports()
     server->say("<report><clip_deleted><ClipID>1</ClipID></clip_deleted></report>"
                 "<report><clip_deleted><ClipID>2</ClipID></clip_deleted></report>"
                 "<report><clip_deleted><ClipID>3</ClipID></clip_deleted></report>");
-    QCOMPARE(end_code(), 0);
+    QCOMPARE(process->end_code(), 0);
     QCOMPARE(process->readAllStandardOutput(),
         QByteArray("{\"report\":\"clip_deleted\",\"ClipID\":\"1\"}\n"
                    "{\"report\":\"clip_deleted\",\"ClipID\":\"2\"}\n"));
@@ -222,7 +192,7 @@ void TestTarnctlWatch::ends_after_a_time()
 {
     // The time may be longer than the time-out, which only covers the registration.
     start(words("watch --reports alerts --for 0.4 --timeout 0.3"), "reports_register");
-    QCOMPARE(end_code(), 0);
+    QCOMPARE(process->end_code(), 0);
     QCOMPARE(process->readAllStandardError(), QByteArray());
 }
 
@@ -238,9 +208,9 @@ void TestTarnctlWatch::ends_with_0_by_an_interrupt()
     QFETCH(int, number);
     start(words("--json watch --reports clip_change"), "reports_register");
     server->say("<report><clip_deleted><ClipID>1</ClipID></clip_deleted></report>");
-    QCOMPARE(take_lines(1).size(), 1);
+    QCOMPARE(process->take_lines(1).size(), 1);
     QCOMPARE(::kill(pid_t(process->processId()), number), 0);
-    QCOMPARE(end_code(), 0);
+    QCOMPARE(process->end_code(), 0);
     QCOMPARE(process->readAllStandardError(), QByteArray());
 }
 
@@ -248,9 +218,9 @@ void TestTarnctlWatch::ends_with_3_when_the_connection_is_lost()
 {
     start(words("watch --reports clip_change"), "reports_register");
     server->say("<report><clip_deleted><ClipID>1</ClipID></clip_deleted></report>");
-    QCOMPARE(take_lines(1).size(), 1);
+    QCOMPARE(process->take_lines(1).size(), 1);
     server->drop_connections();
-    QCOMPARE(end_code(), 3);
+    QCOMPARE(process->end_code(), 3);
     QCOMPARE(process->readAllStandardError(),
         QStringLiteral("tarnctl: the connection to %1 was lost\n")
             .arg(address.toString())
@@ -283,13 +253,17 @@ void TestTarnctlWatch::dials_again_and_registers_anew()
         "channel_reports_register");
     QString const idle
         = QStringLiteral(R"({"report":"channel_status","Channel":"B","ChannelStatus":"idle"})");
-    QCOMPARE(take_lines(1), QStringList{idle});
+    QCOMPARE(process->take_lines(1), QStringList{idle});
     server->stop();
     QTRY_COMPARE(server->counters().open_connections, 0U);
     server->restart(VeskState::keep);
-    QCOMPARE(take_lines(1), QStringList{idle});
+    QCOMPARE(process->take_lines(1), QStringList{idle});
     QCOMPARE(server->counters().count("channel_reports_register"), 2U);
     QCOMPARE(process->state(), QProcess::Running);
+    QTRY_COMPARE(process->error_text(),
+        QStringLiteral("tarnctl: the connection to %1 was lost, dialling again\n"
+                       "tarnctl: connected to %2 again\n")
+            .arg(address.toString(), address.toString()));
 }
 
 void TestTarnctlWatch::meta_watch_prints_changes_of_the_keys_below_a_prefix()
@@ -298,7 +272,7 @@ void TestTarnctlWatch::meta_watch_prints_changes_of_the_keys_below_a_prefix()
     QCOMPARE(run_json(address, words("meta set demo other.home 9")).code, 0);
     QCOMPARE(run_json(address, words("meta set demo score.home 3")).code, 0);
     QCOMPARE(run_json(address, words("meta erase demo home --prefix score.")).code, 0);
-    QCOMPARE(end_code(), 0);
+    QCOMPARE(process->end_code(), 0);
     QCOMPARE(process->readAllStandardOutput(),
         QByteArray("{\"report\":\"metadata_change\",\"MetadataDatabase\":\"demo\","
                    "\"MetadataPrefix\":\"score.\",\"MetadataList\":[{\"Key\":\"home\","

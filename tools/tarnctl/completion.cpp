@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnctl/help.h"
+#include "tools/tarnctl/monitor_signals.h"
 #include "tools/tarnctl/usage.h"
 #include "tools/tarnctl/verbs.h"
 #include "tools/tarnctl/vocabulary_info.h"
@@ -94,12 +95,12 @@ QStringList for_verb(CommandLine const &line, QString const &last)
     return {};
 }
 
-/// --reports=NAME,... one name at a time, behind those that stand there.
-QStringList next_reports(QString const &last)
+/// --OPTION=NAME,... one name at a time, behind those that stand there.
+QStringList next_names(QString const &last, QStringList const &names)
 {
     QString const before = last.left(std::max(last.lastIndexOf(u','), last.indexOf(u'=')) + 1);
     QStringList list;
-    for (QString const &name : report_names())
+    for (QString const &name : names)
         list << before + name;
     return list;
 }
@@ -115,7 +116,9 @@ QStringList completions(QStringList const &words)
         return {};
     QStringList list;
     if (last.startsWith(QLatin1String("--reports=")) && line.verb)
-        list = next_reports(last);
+        list = next_names(last, report_names());
+    else if (last.startsWith(QLatin1String("--signals=")) && line.verb)
+        list = next_names(last, signal_names());
     else if (last.startsWith(u'-'))
         list = for_option(line);
     else

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnctl/help.h"
 
+#include "tools/tarnctl/monitor_signals.h"
 #include "tools/tarnctl/text_form.h"
 #include "tools/tarnctl/usage.h"
 #include "tools/tarnctl/verbs.h"
@@ -84,6 +85,14 @@ QString report_list()
                           "Reports of no group:\n%3")
         .arg(group_table(&enumeration("ReportType"), false),
             group_table(&enumeration("ChannelReportType"), true), group_table(nullptr, false));
+}
+
+QString signal_list()
+{
+    TextTable table;
+    for (ChannelSignal const &signal : channel_signals())
+        table.add({QLatin1String(signal.name), QLatin1String(signal.text)});
+    return QStringLiteral("Signals:\n") + indented(table.text());
 }
 
 QString help_text()

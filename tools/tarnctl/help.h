@@ -13,6 +13,7 @@ QString help_text(CommandLine const &line);
 /// @{
 QString command_list();
 QString report_list();
+QString signal_list();
 /// @}
 
 /// What may stand for the last of \a words, which were typed behind the program's name; one per

@@ -49,7 +49,7 @@ int help(CommandLine const &line)
 
 int work(Settings const &settings, std::unique_ptr<Verb> prepared)
 {
-    Session session(settings);
+    Session session(settings, prepared->wants_hub());
     Output output(settings.json);
     QObject::connect(&output, &Output::sig_failed, &session, &Session::finish);
     // Dies before the session that it works on.

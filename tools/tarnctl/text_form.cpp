@@ -14,26 +14,12 @@ bool is_scalar(JsonValue const &value)
     return value.kind() != JsonValue::Kind::Array && value.kind() != JsonValue::Kind::Object;
 }
 
-QString inline_text(JsonValue const &value);
-
 QString inline_members(std::vector<JsonValue::Member> const &members, std::size_t from)
 {
     QStringList parts;
     for (std::size_t i = from; i < members.size(); ++i)
-        parts << members[i].key + u'=' + inline_text(members[i].value);
+        parts << members[i].key + u'=' + value_text(members[i].value);
     return parts.join(u' ');
-}
-
-QString inline_text(JsonValue const &value)
-{
-    if (is_scalar(value))
-        return plain_text(value);
-    if (value.kind() == JsonValue::Kind::Object)
-        return u'{' + inline_members(value.members(), 0) + u'}';
-    QStringList items;
-    for (JsonValue::Member const &item : value.members())
-        items << inline_text(item.value);
-    return u'[' + items.join(u' ') + u']';
 }
 
 /// The members from \a from on, a line each; records go on below, items of arrays each on a line.
@@ -53,18 +39,32 @@ void add_lines(JsonValue const &object, std::size_t from, int indent, QStringLis
         }
         QString const head = margin + members[i].key.leftJustified(width) + QLatin1String("  ");
         if (value.kind() != JsonValue::Kind::Array || value.members().empty()) {
-            *lines << head + inline_text(value);
+            *lines << head + value_text(value);
             continue;
         }
         QString before = head;
         for (JsonValue::Member const &item : value.members()) {
-            *lines << before + inline_text(item.value);
+            *lines << before + value_text(item.value);
             before = QString(head.size(), u' ');
         }
     }
 }
 
 } // namespace
+
+QString value_text(JsonValue const &value)
+{
+    if (value.kind() == JsonValue::Kind::Null)
+        return QStringLiteral("-");
+    if (is_scalar(value))
+        return plain_text(value);
+    if (value.kind() == JsonValue::Kind::Object)
+        return u'{' + inline_members(value.members(), 0) + u'}';
+    QStringList items;
+    for (JsonValue::Member const &item : value.members())
+        items << value_text(item.value);
+    return u'[' + items.join(u' ') + u']';
+}
 
 QString plain_text(JsonValue const &scalar)
 {

@@ -13,6 +13,9 @@ namespace TarnCtl {
 /// brackets, "=" or control characters.
 QString plain_text(JsonValue const &scalar);
 
+/// Any value on one line: what is inside of it in brackets, nothing as "-".
+QString value_text(JsonValue const &value);
+
 /// A message on one line: its name in a column, then Key=value; what is inside in brackets.
 QString message_line(JsonValue const &message);
 

@@ -2,7 +2,10 @@
 #include "tools/tarnctl/verb.h"
 
 #include "tools/tarnctl/answer.h"
+#include "tools/tarnctl/quit_signal.h"
 #include "tools/tarnctl/verbs.h"
+
+#include <QTimer>
 
 namespace TarnCtl {
 
@@ -65,6 +68,18 @@ void Verb::got_reply(JsonValue const &reply)
 void Verb::done()
 {
     session().finish(ExitCode::Done);
+}
+
+void Verb::end_by_interrupt()
+{
+    auto *const interrupt = new QuitSignal(this);
+    connect(interrupt, &QuitSignal::sig_quit, this, [this] { session().finish(ExitCode::Done); });
+}
+
+void Verb::end_after(int ms)
+{
+    if (ms > 0)
+        QTimer::singleShot(ms, this, [this] { session().finish(ExitCode::Done); });
 }
 
 void Verb::failed(JsonValue const &error)

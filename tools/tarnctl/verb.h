@@ -23,6 +23,8 @@ public:
     /// Checks the values of words and options that suit the verb's usage, before anything is sent.
     /// On failure: false, the reason in *error.
     virtual bool prepare(CommandLine const &line, QString *error) = 0;
+    /// Whether it works on a hub.
+    virtual bool wants_hub() const { return false; }
 
     /// Runs on \a session once that is connected; both must outlive this object.
     void attach(Session *session, Output *output);
@@ -38,6 +40,11 @@ protected:
     virtual void got_reply(JsonValue const &reply);
     /// The last command is answered. Ends the program.
     virtual void done();
+
+    /// Ends the program when a person or a script has had enough.
+    void end_by_interrupt();
+    /// Ends the program after that time; never for 0.
+    void end_after(int ms);
 
     Session &session() { return *own_session; }
     Output &output() { return *own_output; }

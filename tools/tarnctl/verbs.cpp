@@ -9,7 +9,7 @@ namespace {
 
 constexpr OptionInfo channels_option{
     "channels", "LIST", "channels such as A-D,F; all if not given"};
-constexpr OptionInfo for_option{"for", "SECONDS", "end after that time"};
+constexpr OptionInfo time_option{"for", "SECONDS", "end after that time"};
 constexpr OptionInfo count_option{"count", "N", "end after that many reports"};
 constexpr OptionInfo reconnect_option{
     "reconnect", nullptr, "dial again whenever the connection is lost"};
@@ -17,19 +17,28 @@ constexpr OptionInfo reconnect_option{
 constexpr OptionInfo watch_options[] = {
     channels_option,
     {"reports", "NAME,...", "reports or groups of reports; all if not given"},
-    for_option,
+    time_option,
     count_option,
     reconnect_option,
+};
+constexpr OptionInfo monitor_options[] = {
+    {"channels", "LIST", "channels such as A-D,F; those that the board makes if not given"},
+    {"signals", "NAME,...", "what is wanted of each; all if not given"},
+    time_option,
 };
 constexpr OptionInfo status_options[] = {channels_option};
 constexpr OptionInfo record_options[]
     = {{"length", "FIELDS", "the longest that the clip may become"}};
 constexpr OptionInfo meta_options[] = {
     {"prefix", "PREFIX", "set and erase: what the server puts in front of each key"},
-    for_option,
+    time_option,
     count_option,
     reconnect_option,
 };
+
+constexpr char metrics_text[]
+    = "Without --json it prints what a metrics collector reads: the text exposition format of\n"
+      "Prometheus.";
 
 constexpr VerbInfo verbs[] = {
     {"call", "NAME [ELEMENT=VALUE ...]", "send any command of the protocol and print every reply",
@@ -49,9 +58,25 @@ constexpr VerbInfo verbs[] = {
         "the connection. A report that comes without being registered for is printed too.",
         "tarnctl watch --channels A-D --reports channel_status,clip_change --for 60", watch_options,
         FirstWord::None, &make_watch, &report_list},
+    {"monitor", "[--channels LIST] [--signals NAME,...] [--for SECONDS]",
+        "print the live state of channels as it changes",
+        "Prints what each signal has now, and from there on each value that comes. The server\n"
+        "reports no more than those signals need. Ends after the time that was given or by an\n"
+        "interrupt; a lost connection comes back by itself, which standard error tells.",
+        "tarnctl monitor --channels A-D --signals status,timecodes --for 60", monitor_options,
+        FirstWord::None, &make_monitor, &signal_list},
     {"status", "[--channels LIST]", "facts of the server and a table of its channels", "",
         "tarnctl --server 10.0.0.7 status --channels A-D", status_options, FirstWord::None,
         &make_status},
+    {"outputs", "", "what feeds each output and what it shows", metrics_text,
+        "tarnctl --json outputs", {}, FirstWord::None, &make_outputs},
+    {"tally", "", "the tally light of each channel", metrics_text, "tarnctl --json tally", {},
+        FirstWord::None, &make_tally},
+    {"alerts", "", "what the server finds wrong with itself", metrics_text, "tarnctl --json alerts",
+        {}, FirstWord::None, &make_alerts},
+    {"health", "", "the connection, its traffic, and how long the server takes to answer",
+        metrics_text, "tarnctl health > tarn.tmp && mv tarn.tmp /var/lib/node_exporter/tarn.prom",
+        {}, FirstWord::None, &make_health},
     {"clips", "[DIRECTORY]", "the ids of all clips, or of those in a directory", "",
         "tarnctl clips Replays", {}, FirstWord::None, &make_clips},
     {"clip", "ID", "all that the server tells of a clip", "", "tarnctl clip Replays/goal", {},

@@ -49,7 +49,12 @@ QStringList sub_verbs(VerbInfo const &verb);
 /// @{
 std::unique_ptr<Verb> make_call(CommandLine const &line);
 std::unique_ptr<Verb> make_watch(CommandLine const &line);
+std::unique_ptr<Verb> make_monitor(CommandLine const &line);
 std::unique_ptr<Verb> make_status(CommandLine const &line);
+std::unique_ptr<Verb> make_outputs(CommandLine const &line);
+std::unique_ptr<Verb> make_tally(CommandLine const &line);
+std::unique_ptr<Verb> make_alerts(CommandLine const &line);
+std::unique_ptr<Verb> make_health(CommandLine const &line);
 std::unique_ptr<Verb> make_clips(CommandLine const &line);
 std::unique_ptr<Verb> make_clip(CommandLine const &line);
 std::unique_ptr<Verb> make_play(CommandLine const &line);

@@ -2,9 +2,8 @@
 #include "tools/tarnctl/watching_verb.h"
 
 #include "tools/tarnctl/json_messages.h"
-#include "tools/tarnctl/quit_signal.h"
 
-#include <QTimer>
+#include <utility>
 
 namespace TarnCtl {
 
@@ -37,16 +36,14 @@ void WatchingVerb::begin()
     if (reconnect)
         session().set_reconnect();
     hear_reports(&session().api(), this, [this](JsonValue const &report) { got_report(report); });
-    auto *const interrupt = new QuitSignal(this);
-    connect(interrupt, &QuitSignal::sig_quit, this, [this] { Verb::done(); });
+    end_by_interrupt();
 }
 
 void WatchingVerb::done()
 {
     session().set_patient();
-    if (!registered && longest_ms > 0)
-        QTimer::singleShot(longest_ms, this, [this] { Verb::done(); });
-    registered = true;
+    if (!std::exchange(registered, true))
+        end_after(longest_ms);
 }
 
 void WatchingVerb::got_report(JsonValue const &report)
