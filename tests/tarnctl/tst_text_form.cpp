@@ -13,6 +13,8 @@ class TestTextForm : public QObject
 private Q_SLOTS:
     void a_scalar_is_quoted_where_it_could_be_mistaken_data();
     void a_scalar_is_quoted_where_it_could_be_mistaken();
+    void any_value_fits_on_a_line_data();
+    void any_value_fits_on_a_line();
     void a_report_is_one_line();
     void a_reply_without_records_is_one_line();
     void a_reply_with_records_is_an_aligned_block();
@@ -54,6 +56,24 @@ void TestTextForm::a_scalar_is_quoted_where_it_could_be_mistaken()
     QFETCH(QString, text);
     QFETCH(QString, shown);
     QCOMPARE(TarnCtl::plain_text(JsonValue::text(text)), shown);
+}
+
+void TestTextForm::any_value_fits_on_a_line_data()
+{
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("null") << QStringLiteral("-");
+    QTest::newRow("true") << QStringLiteral("true");
+    QTest::newRow("-7") << QStringLiteral("-7");
+    QTest::newRow("\"two words\"") << QStringLiteral("\"two words\"");
+    QTest::newRow("[]") << QStringLiteral("[]");
+    QTest::newRow("[1,[2,null]]") << QStringLiteral("[1 [2 -]]");
+    QTest::newRow("{\"a\":1,\"b\":{\"c\":\"\"}}") << QStringLiteral("{a=1 b={c=\"\"}}");
+}
+
+void TestTextForm::any_value_fits_on_a_line()
+{
+    QFETCH(QString, shown);
+    QCOMPARE(TarnCtl::value_text(json(QTest::currentDataTag())), shown);
 }
 
 void TestTextForm::a_report_is_one_line()
