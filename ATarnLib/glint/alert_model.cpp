@@ -22,6 +22,8 @@ public:
     {
         tell_of_give(this);
     }
+    /// On whichever thread lets go of the connection last.
+    ~Putter() { tell_of_take(this); }
     Putter &operator=(Putter const &) = delete;
 
     void operator()(VCTP3::Alert const &alert)
