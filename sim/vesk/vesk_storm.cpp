@@ -2,7 +2,6 @@
 #include "sim/vesk/vesk_storm.h"
 
 #include "sim/vesk/reports.h"
-#include "sim/vesk/vesk_channel_reports.h"
 
 #include <cstdio>
 
@@ -82,12 +81,12 @@ VCTP3::ChannelInformation VeskStormLayer::information() const
     return info;
 }
 
-AString VeskStormLayer::levels() const
+VeskChannelReports::Levels VeskStormLayer::levels() const
 {
     VeskChannelReports::Levels all{};
     for (unsigned int track = 0; track < VeskChannelReports::audio_tracks; ++track)
         all[track] = static_cast<unsigned int>((phase + 13 * track) % 101);
-    return VeskChannelReports::levels_text(all);
+    return all;
 }
 
 XMLTree VeskStorm::report(
@@ -108,7 +107,7 @@ XMLTree VeskStorm::report(
     case Group::info:
         return VeskReports::channel_info(channel, normal.information());
     case Group::peak:
-        return VeskReports::channel_peak(channel, normal.levels());
+        return VeskReports::channel_peak(channel, VeskChannelReports::levels_text(normal.levels()));
     case Group::aux_audio_status:
         return VeskReports::channel_aux_audio_status(channel, bed.status(), bed.clip_id());
     case Group::aux_audio_clipid:
@@ -120,7 +119,8 @@ XMLTree VeskStorm::report(
     case Group::aux_audio_info:
         return VeskReports::channel_aux_audio_info(channel, bed.information());
     case Group::aux_audio_peak:
-        return VeskReports::channel_aux_audio_peak(channel, bed.levels());
+        return VeskReports::channel_aux_audio_peak(
+            channel, VeskChannelReports::levels_text(bed.levels()));
     case Group::listplay:
     case Group::chaseplay:
         break;

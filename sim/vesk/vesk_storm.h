@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_tree.h"
+#include "sim/vesk/vesk_channel_reports.h"
 #include "sim/vesk/vesk_field_clock.h"
 
 /// One layer of a channel under a load in which everything changes with every field. All of it
@@ -24,7 +25,7 @@ public:
     VCTP3::Timecode display_timecode() const;
     VCTP3::Timecode input_timecode() const { return house->time_of_day(); }
     VCTP3::ChannelInformation information() const;
-    AString levels() const;
+    VeskChannelReports::Levels levels() const;
 
     static constexpr unsigned int position_step = 100000;
     /// The field in which that channel stood there.

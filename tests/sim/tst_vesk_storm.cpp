@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
 #include "sim/vesk/vesk_sim.h"
 #include "sim/vesk/vesk_station.h"
-#include "sim/vesk/vesk_storm.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/storm_listener.h"
 #include "tests/support/wire_peer.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
-#include <algorithm>
 #include <array>
-#include <deque>
-#include <tuple>
 
 using VCTP3::Channel;
 using Group = VCTP3::ChannelReportType;
@@ -47,8 +43,8 @@ private Q_SLOTS:
 
 namespace {
 
-constexpr int channel_count = 40;
-constexpr int group_count = 12;
+constexpr int channel_count = StormListener::channel_count;
+constexpr int group_count = StormListener::group_count;
 
 VeskSimOptions storm(VideoStandard standard = VideoStandard::v1080_60i)
 {
@@ -88,94 +84,6 @@ QByteArray everything()
         element("ChannelSet", channels) + element("ChannelReportSet", groups));
 }
 
-/// A client that compares what it hears with what the channels show: the first report of each kind
-/// of a channel with field 0, the next with field 1 and so on.
-class Listener : public VCTP3::APIQt
-{
-public:
-    explicit Listener(VideoStandard standard)
-        : fields(1, VeskFieldClock(standard))
-    {
-        hear_layer(Layer::normal, &APIQt::report_channel_status, &APIQt::report_channel_clipid,
-            &APIQt::report_channel_speed, &APIQt::report_channel_info, &APIQt::report_channel_peak);
-        hear_layer(Layer::bed, &APIQt::report_channel_aux_audio_status,
-            &APIQt::report_channel_aux_audio_clipid, &APIQt::report_channel_aux_audio_speed,
-            &APIQt::report_channel_aux_audio_info, &APIQt::report_channel_aux_audio_peak);
-        connect(this, &APIQt::report_channel_timecode, this,
-            [this](Channel channel, unsigned int position, VCTP3::Timecode const &display,
-                VCTP3::Timecode const &input) {
-                VeskStormLayer const shown = next(channel, Group::timecode, Layer::normal);
-                note(position == shown.position() && display == shown.display_timecode()
-                    && input == shown.input_timecode());
-            });
-        connect(this, &APIQt::report_channel_aux_audio_timecode, this,
-            [this](Channel channel, unsigned int position) {
-                note(position == next(channel, Group::aux_audio_timecode, Layer::bed).position());
-            });
-    }
-    void register_everything()
-    {
-        VCTP3::ChannelSet channels;
-        for (int channel = 0; channel < channel_count; ++channel)
-            channels.add_to_set(Channel(channel));
-        VCTP3::ChannelReportSet groups;
-        for (Group group : VeskStorm::groups)
-            groups.add_to_set(group);
-        cmd_channel_reports_register(channels, groups);
-    }
-    /// What came so often, of all channels and kinds together.
-    int came(int times) const
-    {
-        int number = 0;
-        for (auto const &channel : heard)
-            number += int(std::count(channel.begin(), channel.end(), times));
-        return number;
-    }
-
-    int wrong = 0;
-
-private:
-    template <typename... Signals> void hear_layer(Layer layer, Signals... signal)
-    {
-        int const first = layer == Layer::bed ? int(Group::aux_audio_status) : int(Group::status);
-        auto const group = [first](Group of) { return Group(first + int(of)); };
-        auto const signals_of_layer = std::make_tuple(signal...);
-        connect(this, std::get<0>(signals_of_layer), this,
-            [=, this](Channel channel, VCTP3::ChannelStatus status, AOption<AString> const &clip) {
-                VeskStormLayer const shown = next(channel, group(Group::status), layer);
-                note(status == shown.status() && clip && *clip == shown.clip_id());
-            });
-        connect(this, std::get<1>(signals_of_layer), this,
-            [=, this](Channel channel, AString const &clip) {
-                note(clip == next(channel, group(Group::clipid), layer).clip_id());
-            });
-        connect(this, std::get<2>(signals_of_layer), this, [=, this](Channel channel, int speed) {
-            note(speed == next(channel, group(Group::speed), layer).speed());
-        });
-        connect(this, std::get<3>(signals_of_layer), this,
-            [=, this](Channel channel, VCTP3::ChannelInformation const &information) {
-                note(information == next(channel, group(Group::info), layer).information());
-            });
-        connect(this, std::get<4>(signals_of_layer), this,
-            [=, this](Channel channel, AString const &levels) {
-                note(levels == next(channel, group(Group::peak), layer).levels());
-            });
-    }
-    VeskStormLayer next(Channel channel, Group group, Layer layer)
-    {
-        auto const field = std::size_t(heard[std::size_t(channel)][std::size_t(group)]++);
-        while (fields.size() <= field) {
-            fields.push_back(fields.back());
-            fields.back().advance();
-        }
-        return {channel, layer, &fields[field]};
-    }
-    void note(bool right) { wrong += right ? 0 : 1; }
-
-    std::deque<VeskFieldClock> fields;
-    std::array<std::array<int, group_count>, channel_count> heard{};
-};
-
 } // namespace
 
 void TestVeskStorm::each_report_of_each_channel_comes_once_a_field_and_tells_the_truth_data()
@@ -195,11 +103,12 @@ void TestVeskStorm::each_report_of_each_channel_comes_once_a_field_and_tells_the
     VeskSimOptions options = storm(standard);
     options.storm_parts = parts;
     VeskSim server(LoopbackAddress::unique(), options);
-    Listener client(standard);
+    VCTP3::APIQt client;
+    StormListener listener(&client, standard, StormListener::HighRate::all);
     client.connect_to_server(server.address());
     QTRY_VERIFY(client.is_connected());
-    client.register_everything();
-    QTRY_COMPARE(client.came(1), channel_count * group_count);
+    client.cmd_channel_reports_register(StormListener::channels(), StormListener::groups());
+    QTRY_COMPARE(listener.came(1), channel_count * group_count);
     // A second, which goes by as fast as it can.
     int const second = int(VeskFieldClock(standard).fields_per_second());
     server.advance(unsigned(second));
@@ -207,8 +116,8 @@ void TestVeskStorm::each_report_of_each_channel_comes_once_a_field_and_tells_the
     QSignalSpy done(&group, &VCTP3::CallbackGroup_set1::sig_ok);
     client.cmd_sync(group);
     QTRY_COMPARE(done.count(), 1);
-    QCOMPARE(client.came(1 + second), channel_count * group_count);
-    QCOMPARE(client.wrong, 0);
+    QCOMPARE(listener.came(1 + second), channel_count * group_count);
+    QCOMPARE(listener.wrong(), 0);
 }
 
 void TestVeskStorm::every_value_changes_from_field_to_field_data()
