@@ -2,7 +2,6 @@
 #include "ATarnLib/glint/glint_channel_monitor.h"
 
 #include "ATarnLib/glint/glint.h"
-#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 
 using VCTP3::ChannelReportType;
 
@@ -88,31 +87,12 @@ void GlintChannelMonitor::connectNotify(QMetaMethod const &signal)
 
 void GlintChannelMonitor::disconnectNotify(QMetaMethod const &signal)
 {
-    if (signal.isValid()) {
-        connect_disconnect_notify(false, signal);
-        return;
-    }
-    // All signals at once: the toolkit does not say which of them had a listener.
-    for (Row const &row : rows())
-        disconnected.add(row.update);
+    connect_disconnect_notify(false, signal);
 }
 
-/// Any thread. A listener is looked at from the event loop, when its connection is complete; one
-/// that has gone is looked at later still, as this may come while the toolkit holds its locks.
 void GlintChannelMonitor::connect_disconnect_notify(bool connect, QMetaMethod const &signal)
 {
-    static QMetaMethod const relay
-        = QMetaMethod::fromSignal(&GlintChannelMonitor::relay_connect_disconnect_notify2);
-    if (signal == relay)
-        return;
-    auto const row = std::find_if(std::begin(rows()), std::end(rows()),
-        [&signal](Row const &candidate) { return candidate.method == signal; });
-    if (row == std::end(rows()))
-        A_ASSERT(false);
-    else if (connect)
-        Q_EMIT relay_connect_disconnect_notify2(true, row->update);
-    else
-        disconnected.add(row->update);
+    listeners.notify(connect, signal, rows());
 }
 
 void GlintChannelMonitor::connect_disconnect_notify2(bool connect, UpdateMethod const &method)
@@ -122,8 +102,7 @@ void GlintChannelMonitor::connect_disconnect_notify2(bool connect, UpdateMethod 
 
 void GlintChannelMonitor::process_disconnected_signals()
 {
-    for (UpdateMethod const method : disconnected.take())
-        (this->*method)(false);
+    listeners.process_disconnected();
 }
 
 void GlintChannelMonitor::update_sig(Signal signal, bool emit_now)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "ATarnLib/glint/glint_disconnected.h"
+#include "ATarnLib/glint/glint_listeners.h"
 #include "ATarnLib/timecode/atimecode.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aoption.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/records.h"
@@ -286,5 +286,5 @@ private:
     std::list<unsigned int> peak_hold;
     std::list<unsigned int> aux_peak_hold;
 
-    GlintDisconnected<UpdateMethod> disconnected;
+    GlintListeners<GlintChannelMonitor> listeners{this};
 };

@@ -3,7 +3,6 @@
 
 #include "ATarnLib/glint/cf_channel_config.h"
 #include "ATarnLib/glint/glint.h"
-#include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
 
 /// What belongs to a signal.
@@ -103,30 +102,12 @@ void GlintOutputMonitor::connectNotify(QMetaMethod const &signal)
 
 void GlintOutputMonitor::disconnectNotify(QMetaMethod const &signal)
 {
-    if (signal.isValid()) {
-        connect_disconnect_notify(false, signal);
-        return;
-    }
-    // All signals at once: the toolkit does not say which of them had a listener.
-    for (Row const &row : rows())
-        disconnected.add(row.update);
+    connect_disconnect_notify(false, signal);
 }
 
-/// As that of a channel's monitor, on any thread.
 void GlintOutputMonitor::connect_disconnect_notify(bool connect, QMetaMethod const &signal)
 {
-    static QMetaMethod const relay
-        = QMetaMethod::fromSignal(&GlintOutputMonitor::relay_connect_disconnect_notify2);
-    if (signal == relay)
-        return;
-    auto const row = std::find_if(std::begin(rows()), std::end(rows()),
-        [&signal](Row const &candidate) { return candidate.method == signal; });
-    if (row == std::end(rows()))
-        A_ASSERT(false);
-    else if (connect)
-        Q_EMIT relay_connect_disconnect_notify2(true, row->update);
-    else
-        disconnected.add(row->update);
+    listeners.notify(connect, signal, rows());
 }
 
 void GlintOutputMonitor::connect_disconnect_notify2(bool connect, UpdateMethod const &method)
@@ -136,8 +117,7 @@ void GlintOutputMonitor::connect_disconnect_notify2(bool connect, UpdateMethod c
 
 void GlintOutputMonitor::process_disconnected_signals()
 {
-    for (UpdateMethod const method : disconnected.take())
-        (this->*method)(false);
+    listeners.process_disconnected();
 }
 
 void GlintOutputMonitor::update_sig(Signal signal, bool emit_now)

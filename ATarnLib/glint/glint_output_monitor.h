@@ -180,5 +180,5 @@ private:
     VCTP3::ChannelInformation information;
     AOption<VCTP3::Playback> playback_mode;
 
-    GlintDisconnected<UpdateMethod> disconnected;
+    GlintListeners<GlintOutputMonitor> listeners{this};
 };
