@@ -3,10 +3,13 @@
 
 #include "ATarnLib/glint/glint_channel_monitor.h"
 
+#include <QPointer>
+
 /// The live state of one output: that of the channel which the configuration gives it, and the
 /// defaults while that changes. It rides on the channel's monitor, which it connects to signal by
 /// signal for as long as its own signal has a listener; so a report is registered only while
-/// somebody is at the end of it. An output without a channel has the status `nochannel`.
+/// somebody is at the end of it. An output that has lost its channel has the status `nochannel`,
+/// one that never had a channel the default.
 /// Thread: the hub's, on which signals are emitted. Slots may be connected and disconnected from
 /// any.
 class TARN_EXPORT GlintOutputMonitor : public QObject
@@ -166,7 +169,7 @@ private:
 
     Glint *const hub;
     unsigned int const output_number;
-    GlintChannelMonitor *source = nullptr;
+    QPointer<GlintChannelMonitor> source; // an application may give it that of another hub
     std::bitset<signal_count> sig; // the signal has a listener
 
     VCTP3::ChannelStatus status = GlintChannelMonitor::default_status();

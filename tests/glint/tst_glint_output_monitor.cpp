@@ -65,6 +65,7 @@ private Q_SLOTS:
     void values_of_the_channel_reach_the_signals();
     void an_unknown_signal_is_an_assertion();
     void one_source_feeds_several_outputs();
+    void a_channel_of_another_hub_may_go_first();
 };
 
 void TestGlintOutputMonitor::has_its_names()
@@ -366,6 +367,24 @@ void TestGlintOutputMonitor::one_source_feeds_several_outputs()
     bench.ten_seconds_pass();
     QVERIFY(bench.settle());
     QCOMPARE(channel_reports(bench.log).size(), 2);
+}
+
+void TestGlintOutputMonitor::a_channel_of_another_hub_may_go_first()
+{
+    Glint hub(false);
+    auto other = std::make_unique<Glint>(false);
+    Monitor *monitor = hub.get_output_monitor(0);
+    QList<int> speeds;
+    connect(monitor, &Monitor::report_speed, this, [&speeds](int speed) { speeds.append(speed); });
+    QTRY_COMPARE(speeds, QList<int>{0}); // and the configuration has been asked
+    other->get_channel_monitor(0)->glint_speed(7);
+    monitor->set_channel_monitor(other->get_channel_monitor(0));
+    QTRY_VERIFY(speeds.contains(7));
+    other.reset();
+    QVERIFY(!monitor->channel_monitor());
+    hub.get_channel_monitor(1)->glint_speed(8);
+    monitor->set_channel_monitor(hub.get_channel_monitor(1));
+    QTRY_COMPARE(speeds.last(), 8);
 }
 
 QTEST_GUILESS_MAIN(TestGlintOutputMonitor)
