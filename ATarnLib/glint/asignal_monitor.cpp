@@ -71,7 +71,8 @@ bool ASignalMonitor::remove_sigdetach_monitor(
 
 void ASignalMonitor::set_proxy(QObject *object)
 {
-    proxied = object;
+    front = object ? object : this;
+    is_own_proxy = front == this;
 }
 
 void ASignalMonitor::proxy_connect_notify(bool is_change, QByteArray const &signature)
@@ -116,7 +117,7 @@ ASignalMonitorInternal *ASignalMonitor::get_sigentry(QByteArray const &signature
 
 void ASignalMonitor::connectNotify(QMetaMethod const &signal)
 {
-    if (proxied == this && isSignalConnected(signal))
+    if (is_own_proxy && isSignalConnected(signal))
         attach(norm(signal));
 }
 
@@ -124,7 +125,7 @@ void ASignalMonitor::connectNotify(QMetaMethod const &signal)
 /// are held.
 void ASignalMonitor::disconnectNotify(QMetaMethod const &)
 {
-    if (proxied == this && !look_posted.exchange(true))
+    if (is_own_proxy && !look_posted.exchange(true))
         QMetaObject::invokeMethod(this, &ASignalMonitor::look_for_detached, Qt::QueuedConnection);
 }
 

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QMetaMethod>
 #include <QObject>
+#include <QPointer>
 #include <QReadWriteLock>
 
 #include <atomic>
@@ -66,9 +67,11 @@ public:
     /// @}
 
     /// The object whose signals these are, this one at first. Another one forwards what it hears
-    /// of its listeners by the two functions below, and the own signals no longer count.
+    /// of its listeners by the two functions below, and the own signals no longer count. Null means
+    /// this one again. To be set before other threads use this object.
     void set_proxy(QObject *object);
-    QObject *proxy() const { return proxied; }
+    /// Null once it has gone.
+    QObject *proxy() const { return front; }
     /// \name What a proxy forwards
     /// Tells of a listener, or of the end of the last one, of the signal with that signature.
     /// Without \a is_change nothing is told.
@@ -97,6 +100,7 @@ private:
 
     mutable QReadWriteLock lock;
     std::map<QByteArray, std::unique_ptr<ASignalMonitorInternal>> entries; // guarded by lock
-    std::atomic<QObject *> proxied{this};
+    std::atomic<bool> is_own_proxy{true};
+    QPointer<QObject> front{this};
     std::atomic<bool> look_posted{false};
 };

@@ -7,9 +7,11 @@
 
 namespace {
 
-/// The method behind a name; invalid if the object has none.
+/// The method behind a name; invalid if the object has none, or is none.
 QMetaMethod method_of(QObject const *object, QByteArray const &signature)
 {
+    if (!object)
+        return {};
     QMetaObject const *const meta = object->metaObject();
     return meta->method(meta->indexOfSignal(signature.constData() + 1));
 }
@@ -29,14 +31,11 @@ bool ASignalRouter::add_route(QObject *source, char const *source_signal, char c
         || !QMetaObject::checkConnectArgs(
             route.source_signal.constData() + 1, route.signal.constData() + 1))
         return false;
+    take_routes([](Route const &other) { return other.source.isNull(); });
     bool first = false;
     {
         QMutexLocker const locker(&mutex);
-        auto const same = [&route](Route const &other) {
-            return other.source == route.source && other.source_signal == route.source_signal
-                && other.signal == route.signal;
-        };
-        if (std::any_of(routes.begin(), routes.end(), same))
+        if (std::find(routes.begin(), routes.end(), route) != routes.end())
             return true;
         first = std::none_of(routes.begin(), routes.end(),
             [&route](Route const &other) { return other.signal == route.signal; });
@@ -53,40 +52,41 @@ bool ASignalRouter::add_route(QObject *source, char const *source_signal, char c
 bool ASignalRouter::remove_route(QObject *source, char const *source_signal, char const *signal)
 {
     Route const wanted{source, norm(source_signal), norm(signal)};
-    bool last = false;
-    {
-        QMutexLocker const locker(&mutex);
-        auto const found = std::find_if(
-            routes.begin(), routes.end(), [&wanted](Route const &route) {
-                return route.source == wanted.source && route.source_signal == wanted.source_signal
-                    && route.signal == wanted.signal;
-            });
-        if (found == routes.end())
-            return false;
-        routes.erase(found);
-        last = std::none_of(routes.begin(), routes.end(),
-            [&wanted](Route const &other) { return other.signal == wanted.signal; });
-    }
-    if (last)
-        remove_sig_monitor(wanted.signal.constData(), SLOT(route_attach(QByteArray)),
-            SLOT(route_detach(QByteArray)));
-    link(wanted, false);
-    return true;
+    return close(take_routes([&wanted](Route const &route) { return route == wanted; })) > 0;
 }
 
 unsigned int ASignalRouter::remove_routes(QObject const *source)
 {
-    std::vector<Route> of_source;
+    return close(take_routes([source](Route const &route) { return route.source == source; }));
+}
+
+/// Takes out the routes that \a which picks. Signals that have none left are no longer watched.
+std::vector<ASignalRouter::Route> ASignalRouter::take_routes(
+    std::function<bool(Route const &)> const &which)
+{
+    std::vector<Route> taken;
+    std::vector<QByteArray> unused;
     {
         QMutexLocker const locker(&mutex);
-        std::copy_if(routes.begin(), routes.end(), std::back_inserter(of_source),
-            [source](Route const &route) { return route.source == source; });
+        auto const rest = std::stable_partition(routes.begin(), routes.end(), std::not_fn(which));
+        taken.assign(rest, routes.end());
+        routes.erase(rest, routes.end());
+        for (Route const &route : taken)
+            if (std::none_of(routes.begin(), routes.end(),
+                    [&route](Route const &other) { return other.signal == route.signal; }))
+                unused.push_back(route.signal);
     }
-    unsigned int count = 0;
-    for (Route const &route : of_source)
-        count += remove_route(
-            route.source, route.source_signal.constData(), route.signal.constData());
-    return count;
+    for (QByteArray const &signal : unused)
+        remove_sig_monitor(
+            signal.constData(), SLOT(route_attach(QByteArray)), SLOT(route_detach(QByteArray)));
+    return taken;
+}
+
+unsigned int ASignalRouter::close(std::vector<Route> const &taken) const
+{
+    for (Route const &route : taken)
+        link(route, false);
+    return static_cast<unsigned int>(taken.size());
 }
 
 void ASignalRouter::route_attach(QByteArray const &signature)
@@ -104,12 +104,13 @@ void ASignalRouter::route_detach(QByteArray const &signature)
 /// Once, however many listeners there are.
 bool ASignalRouter::link(Route const &route, bool on) const
 {
-    if (!route.source)
+    QObject *const target = proxy();
+    if (!route.source || !target)
         return false;
     QMetaMethod const from = method_of(route.source, route.source_signal);
-    QMetaMethod const to = method_of(proxy(), route.signal);
-    return on ? bool(connect(route.source, from, proxy(), to, Qt::UniqueConnection))
-              : disconnect(route.source, from, proxy(), to);
+    QMetaMethod const to = method_of(target, route.signal);
+    return on ? bool(connect(route.source, from, target, to, Qt::UniqueConnection))
+              : disconnect(route.source, from, target, to);
 }
 
 std::vector<ASignalRouter::Route> ASignalRouter::routes_to(QByteArray const &signature) const

@@ -6,6 +6,7 @@
 #include <QMutex>
 #include <QPointer>
 
+#include <functional>
 #include <vector>
 
 /// Passes signals of other objects on as signals of this one, or of its proxy, and connects to a
@@ -20,7 +21,8 @@ public:
     explicit ASignalRouter(QObject *parent = nullptr);
 
     /// Passes \a source_signal of \a source on as \a signal, both by name. A route that is there
-    /// already stays one. False if one of the signals is unknown, or their arguments do not fit.
+    /// already stays one; those of sources that have gone are forgotten. False if one of the
+    /// signals is unknown, or their arguments do not fit.
     bool add_route(QObject *source, char const *source_signal, char const *signal);
     /// False if there was no such route.
     bool remove_route(QObject *source, char const *source_signal, char const *signal);
@@ -37,8 +39,12 @@ private:
         QPointer<QObject> source;
         QByteArray source_signal;
         QByteArray signal;
+
+        friend bool operator==(Route const &, Route const &) = default;
     };
 
+    std::vector<Route> take_routes(std::function<bool(Route const &)> const &which);
+    unsigned int close(std::vector<Route> const &taken) const;
     bool link(Route const &route, bool on) const;
     std::vector<Route> routes_to(QByteArray const &signature) const;
 

@@ -111,6 +111,10 @@ private Q_SLOTS:
     void a_route_that_does_not_fit_is_refused();
     void a_source_may_go_first();
     void a_route_may_lead_to_a_proxy();
+    void no_proxy_is_the_object_itself();
+    void a_proxy_may_go_first();
+    void a_route_from_nothing_is_refused();
+    void routes_of_a_source_that_has_gone_are_forgotten();
 };
 
 void TestASignalMonitor::names_are_normalized_data()
@@ -409,6 +413,58 @@ void TestASignalMonitor::a_route_may_lead_to_a_proxy()
     int heard = 0;
     connect(&front, &Front::sig_front, this, [&heard] { ++heard; });
     source.slot1();
+    QCOMPARE(heard, 1);
+}
+
+void TestASignalMonitor::no_proxy_is_the_object_itself()
+{
+    Watched watched;
+    Front front(&watched);
+    watched.add_sig_monitor(
+        "2sig_number(uint)", "1note_attach(QByteArray)", "1note_detach(QByteArray)");
+    watched.set_proxy(nullptr);
+    QCOMPARE(watched.proxy(), &watched);
+    connect(&watched, &Watched::sig_number, this, [] {});
+    QCOMPARE(watched.told, QStringList(attached_number));
+}
+
+void TestASignalMonitor::a_proxy_may_go_first()
+{
+    AObjectRelay source;
+    Exit router;
+    auto front = std::make_unique<Front>(&router);
+    QVERIFY(router.add_route(&source, "2sig1()", "2sig_front()"));
+    connect(front.get(), &Front::sig_front, this, [] {});
+    front.reset();
+    QVERIFY(!router.proxy());
+    source.slot1();
+    router.proxy_disconnect_notify(true, "2sig_front()");
+    router.proxy_connect_notify(true, "2sig_front()");
+    QVERIFY(!router.add_route(&source, "2sig2()", "2sig_front()"));
+    QVERIFY(router.remove_route(&source, "2sig1()", "2sig_front()"));
+}
+
+void TestASignalMonitor::a_route_from_nothing_is_refused()
+{
+    Exit router;
+    QVERIFY(!router.add_route(nullptr, "2sig1()", "2sig_out()"));
+    QVERIFY(!router.remove_route(nullptr, "2sig1()", "2sig_out()"));
+    QCOMPARE(router.remove_routes(nullptr), 0u);
+}
+
+void TestASignalMonitor::routes_of_a_source_that_has_gone_are_forgotten()
+{
+    Exit router;
+    int heard = 0;
+    connect(&router, &Exit::sig_out, this, [&heard] { ++heard; });
+    auto gone = std::make_unique<AObjectRelay>();
+    QVERIFY(router.add_route(gone.get(), "2sig1()", "2sig_out()"));
+    QVERIFY(router.add_route(gone.get(), "2sig2()", "2sig_other()"));
+    gone.reset();
+    AObjectRelay source;
+    QVERIFY(router.add_route(&source, "2sig3()", "2sig_out()"));
+    QCOMPARE(router.remove_routes(nullptr), 0u);
+    source.slot3();
     QCOMPARE(heard, 1);
 }
 
