@@ -152,6 +152,7 @@ void ChannelMonitor::add_monitors()
 
 void ChannelMonitor::connected()
 {
+    lost = false;
     for (int report = 0; report < 12; ++report)
         if (has_receiver(static_cast<ChannelReportType>(report)))
             register_report(static_cast<ChannelReportType>(report));
@@ -159,6 +160,7 @@ void ChannelMonitor::connected()
 
 void ChannelMonitor::disconnected()
 {
+    lost = true;
     clear_all_values();
 }
 

@@ -198,7 +198,7 @@ public Q_SLOTS:
     }
     /// @}
 
-    /// \name Reports; those of other channels are passed over
+    /// \name Reports; those of other channels, and of a connection that was lost, are passed over
     /// @{
     void report_channel_status(
         VCTP3::Channel of, VCTP3::ChannelStatus value, AOption<AString> const &clip);
@@ -247,6 +247,7 @@ private:
     void check_config_done();
     void connect_api();
     void add_monitors();
+    bool takes(VCTP3::Channel of) const;
     bool has_receiver(VCTP3::ChannelReportType report) const;
     void register_report(VCTP3::ChannelReportType report);
     void unregister_report(VCTP3::ChannelReportType report);
@@ -257,6 +258,7 @@ private:
     QPointer<Glint> api;
     AOption<VCTP3::Channel> channel;
     std::atomic<unsigned int> timecode_uses{0};
+    bool lost = false; // the connection, and there is no other yet
 
     VCTP3::ChannelStatus status = VCTP3::ChannelStatus::idle;
     QString clipid;

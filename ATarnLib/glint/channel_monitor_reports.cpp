@@ -21,10 +21,17 @@ unsigned int highest(AString const &levels)
 
 } // namespace
 
+/// A report of this channel; what was still being decoded when the connection went may come behind
+/// its end, and the display stays blank.
+bool ChannelMonitor::takes(Channel of) const
+{
+    return channel_is(of) && !lost;
+}
+
 void ChannelMonitor::report_channel_status(
     Channel of, ChannelStatus value, AOption<AString> const &clip)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     status = value;
     Q_EMIT sig_status(status);
@@ -34,7 +41,7 @@ void ChannelMonitor::report_channel_status(
 
 void ChannelMonitor::report_channel_clipid(Channel of, AString const &clip)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     clipid = QString(clip);
     Q_EMIT sig_clipid(clipid);
@@ -42,7 +49,7 @@ void ChannelMonitor::report_channel_clipid(Channel of, AString const &clip)
 
 void ChannelMonitor::report_channel_speed(Channel of, int value)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     speed = value;
     Q_EMIT sig_speed(speed);
@@ -51,14 +58,14 @@ void ChannelMonitor::report_channel_speed(Channel of, int value)
 void ChannelMonitor::report_channel_timecode(
     Channel of, unsigned int position, Timecode const &display, Timecode const &input)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     set_timecodes(position, ATimecode(display, 1), ATimecode(input, 1));
 }
 
 void ChannelMonitor::report_channel_info(Channel of, ChannelInformation const &value)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     information = value;
     emit_channel_information();
@@ -66,7 +73,7 @@ void ChannelMonitor::report_channel_info(Channel of, ChannelInformation const &v
 
 void ChannelMonitor::report_channel_peak(Channel of, AString const &levels)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     peak = highest(levels);
     Q_EMIT sig_peak(peak);
@@ -75,7 +82,7 @@ void ChannelMonitor::report_channel_peak(Channel of, AString const &levels)
 void ChannelMonitor::report_channel_aux_audio_status(
     Channel of, ChannelStatus value, AOption<AString> const &clip)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     aux_status = value;
     Q_EMIT sig_aux_status(aux_status);
@@ -85,7 +92,7 @@ void ChannelMonitor::report_channel_aux_audio_status(
 
 void ChannelMonitor::report_channel_aux_audio_clipid(Channel of, AString const &clip)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     aux_clipid = QString(clip);
     Q_EMIT sig_aux_clipid(aux_clipid);
@@ -93,7 +100,7 @@ void ChannelMonitor::report_channel_aux_audio_clipid(Channel of, AString const &
 
 void ChannelMonitor::report_channel_aux_audio_speed(Channel of, int value)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     aux_speed = value;
     Q_EMIT sig_aux_speed(aux_speed);
@@ -101,7 +108,7 @@ void ChannelMonitor::report_channel_aux_audio_speed(Channel of, int value)
 
 void ChannelMonitor::report_channel_aux_audio_timecode(Channel of, unsigned int position)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     aux_position = position;
     Q_EMIT sig_aux_position(aux_position);
@@ -109,7 +116,7 @@ void ChannelMonitor::report_channel_aux_audio_timecode(Channel of, unsigned int 
 
 void ChannelMonitor::report_channel_aux_audio_info(Channel of, ChannelInformation const &value)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     aux_information = value;
     Q_EMIT sig_aux_information(aux_information);
@@ -117,7 +124,7 @@ void ChannelMonitor::report_channel_aux_audio_info(Channel of, ChannelInformatio
 
 void ChannelMonitor::report_channel_aux_audio_peak(Channel of, AString const &levels)
 {
-    if (!channel_is(of))
+    if (!takes(of))
         return;
     aux_peak = highest(levels);
     Q_EMIT sig_aux_peak(aux_peak);

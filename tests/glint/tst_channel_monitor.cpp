@@ -159,6 +159,7 @@ private Q_SLOTS:
     void reports_reach_the_signals();
     void reports_of_other_channels_are_passed_over();
     void a_lost_connection_blanks_all();
+    void a_report_behind_the_end_of_the_connection_is_passed_over();
     void peaks_are_the_highest_level();
 };
 
@@ -418,6 +419,25 @@ void TestChannelMonitor::a_lost_connection_blanks_all()
     heard->clear();
     bench.server.stop();
     QTRY_COMPARE(*heard, defaults);
+}
+
+void TestChannelMonitor::a_report_behind_the_end_of_the_connection_is_passed_over()
+{
+    MonitorBench bench;
+    QVERIFY(bench.connect());
+    QList<unsigned int> positions;
+    connect(&bench.monitor, &ChannelMonitor::sig_clip_position, this,
+        [&positions](unsigned int position) { positions.append(position); });
+    QTRY_COMPARE(positions.size(), 1);
+    bench.server.stop();
+    QTRY_COMPARE(positions.size(), 2);
+    // What the workers decoded late is reported as ever.
+    Q_EMIT bench.hub->report_channel_timecode(Channel::B, 7, {}, {});
+    QCOMPARE(positions, QList<unsigned int>({0, 0}));
+    bench.server.restart(VeskState::keep);
+    QTRY_COMPARE(positions.size(), 3);
+    Q_EMIT bench.hub->report_channel_timecode(Channel::B, 8, {}, {});
+    QCOMPARE(positions, QList<unsigned int>({0, 0, 0, 8}));
 }
 
 void TestChannelMonitor::peaks_are_the_highest_level()
