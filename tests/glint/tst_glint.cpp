@@ -4,6 +4,7 @@
 #include "ATarnLib/glint/us_model.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/areusable_ref_object.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/computer_name.h"
 #include "tests/glint/hub_bench.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/scripted_server.h"
@@ -50,6 +51,9 @@ private Q_SLOTS:
     void connects_by_itself_data();
     void connects_by_itself();
     void the_name_given_to_the_constructor_is_the_server();
+    void the_name_of_this_computer_makes_the_hub_local_data();
+    void the_name_of_this_computer_makes_the_hub_local();
+    void what_was_set_last_is_the_server();
     void a_second_server_of_the_same_name_or_address_changes_nothing_data();
     void a_second_server_of_the_same_name_or_address_changes_nothing();
     void a_name_given_while_connected_waits_for_the_connection_to_drop();
@@ -150,6 +154,35 @@ void TestGlint::the_name_given_to_the_constructor_is_the_server()
     VeskSim server(LoopbackAddress::unique());
     Glint hub(server.address().toString());
     QTRY_VERIFY(hub.is_connected());
+}
+
+void TestGlint::the_name_of_this_computer_makes_the_hub_local_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("local");
+    QTest::newRow("its own") << VCTP3::getcomputername_qs() << true;
+    QTest::newRow("another") << VCTP3::getcomputername_qs() + QLatin1Char('x') << false;
+    QTest::newRow("none") << QString() << false;
+}
+
+void TestGlint::the_name_of_this_computer_makes_the_hub_local()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, local);
+    Glint const hub(name);
+    QCOMPARE(hub.get_us_model() == USModel::localhost(), local);
+    QCOMPARE(hub.get_cf_model() == CFModel::localhost(), local);
+}
+
+void TestGlint::what_was_set_last_is_the_server()
+{
+    HubBench bench;
+    QString const name = bench.server.address().toString();
+    // Each takes the place of the other, so the same name is no longer the one that is set.
+    bench.hub->set_server(name);
+    bench.hub->set_server(LoopbackAddress::unique()); // nobody listens there
+    bench.hub->set_server(name);
+    QTRY_VERIFY(bench.hub->is_connected());
 }
 
 void TestGlint::a_second_server_of_the_same_name_or_address_changes_nothing_data()
