@@ -150,6 +150,36 @@ AOption<OutputSource> BoardConfigInfo::find_source(ConfigEnum value, unsigned in
     return row_of(value).sources[output].at(0);
 }
 
+template <typename Board>
+std::uint64_t BoardLookups<Board>::AngleCount(
+    ChannelConfigSpec const &spec, unsigned int user_channel) const
+{
+    return board().find(spec, user_channel).angle_count();
+}
+
+template <typename Board>
+std::uint32_t BoardLookups<Board>::LocateAngle(
+    ChannelConfigSpec const &spec, unsigned int user_channel, unsigned int angle) const
+{
+    return board().find(spec, user_channel).locate_angle(angle);
+}
+
+template <typename Board>
+std::vector<std::uint32_t> BoardLookups<Board>::FindPrimaryAngleOutputs(
+    ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const
+{
+    Place const place = board().find(spec, user_channel);
+    return place.on_the_board(place.row.primary[key]);
+}
+
+template <typename Board>
+std::vector<std::uint32_t> BoardLookups<Board>::FindAllOutputs(
+    ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const
+{
+    Place const place = board().find(spec, user_channel);
+    return place.on_the_board(place.row.all[key]);
+}
+
 // --- Tamarind ---
 
 TamarindConfigInfo::TamarindConfigInfo()
@@ -160,6 +190,8 @@ TamarindConfigInfo::TamarindConfigInfo()
         add(static_cast<ConfigEnum>(value), std::move(config), walked);
     }
 }
+
+TamarindConfigInfo::~TamarindConfigInfo() = default;
 
 /// A configuration of two or three quads is found through its first one, if that stands where such
 /// a configuration may; channels behind the first quad of a still wider one only through an entry
@@ -178,32 +210,6 @@ BoardConfigInfo::Place TamarindConfigInfo::find(
     slot = (two & behind_in_two) ? in_two : slot;
     unsigned int const base = user_channel - slot;
     return {row_of(spec.get_cf(base / 4)), base, slot};
-}
-
-std::uint64_t TamarindConfigInfo::AngleCount(
-    ChannelConfigSpec const &spec, unsigned int user_channel) const
-{
-    return find(spec, user_channel).angle_count();
-}
-
-std::uint32_t TamarindConfigInfo::LocateAngle(
-    ChannelConfigSpec const &spec, unsigned int user_channel, unsigned int angle) const
-{
-    return find(spec, user_channel).locate_angle(angle);
-}
-
-std::vector<std::uint32_t> TamarindConfigInfo::FindPrimaryAngleOutputs(
-    ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const
-{
-    Place const place = find(spec, user_channel);
-    return place.on_the_board(place.row.primary[key]);
-}
-
-std::vector<std::uint32_t> TamarindConfigInfo::FindAllOutputs(
-    ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const
-{
-    Place const place = find(spec, user_channel);
-    return place.on_the_board(place.row.all[key]);
 }
 
 bool TamarindConfigInfo::Is4K(ChannelConfigSpec const &spec, unsigned int user_channel) const
@@ -254,36 +260,12 @@ QuinceConfigInfo::QuinceConfigInfo(std::uint32_t most)
     }
 }
 
+QuinceConfigInfo::~QuinceConfigInfo() = default;
+
 BoardConfigInfo::Place QuinceConfigInfo::find(
     ChannelConfigSpec const &spec, unsigned int user_channel) const
 {
     return {row_of(spec.get_cf(0)), 0, user_channel};
-}
-
-std::uint64_t QuinceConfigInfo::AngleCount(
-    ChannelConfigSpec const &spec, unsigned int user_channel) const
-{
-    return find(spec, user_channel).angle_count();
-}
-
-std::uint32_t QuinceConfigInfo::LocateAngle(
-    ChannelConfigSpec const &spec, unsigned int user_channel, unsigned int angle) const
-{
-    return find(spec, user_channel).locate_angle(angle);
-}
-
-std::vector<std::uint32_t> QuinceConfigInfo::FindPrimaryAngleOutputs(
-    ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const
-{
-    Place const place = find(spec, user_channel);
-    return place.on_the_board(place.row.primary[key]);
-}
-
-std::vector<std::uint32_t> QuinceConfigInfo::FindAllOutputs(
-    ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const
-{
-    Place const place = find(spec, user_channel);
-    return place.on_the_board(place.row.all[key]);
 }
 
 bool QuinceConfigInfo::Is4K(ChannelConfigSpec const &, unsigned int) const
@@ -301,5 +283,8 @@ std::uint32_t QuinceConfigInfo::GetMaxUserChannels(ChannelConfigSpec const &) co
 {
     return user_channels;
 }
+
+template class BoardLookups<TamarindConfigInfo>;
+template class BoardLookups<QuinceConfigInfo>;
 
 } // namespace ChannelCF

@@ -76,11 +76,11 @@ private:
     std::unique_ptr<Row[]> rows;
 };
 
-/// Boards whose user channels are numbered by outputs, quad after quad.
-class TARN_EXPORT TamarindConfigInfo : public BoardConfigInfo
+/// The lookups that differ only in how a \a Board finds the place of a user channel. It is asked
+/// without a virtual call, which would take a good part of the time that an angle takes.
+template <typename Board> class TARN_EXPORT BoardLookups : public BoardConfigInfo
 {
 public:
-    TamarindConfigInfo();
     std::uint64_t AngleCount(
         ChannelConfigSpec const &spec, unsigned int user_channel) const override;
     std::uint32_t LocateAngle(ChannelConfigSpec const &spec, unsigned int user_channel,
@@ -89,27 +89,33 @@ public:
         ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const override;
     std::vector<std::uint32_t> FindAllOutputs(
         ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const override;
+
+private:
+    Board const &board() const { return static_cast<Board const &>(*this); }
+};
+
+/// Boards whose user channels are numbered by outputs, quad after quad.
+class TARN_EXPORT TamarindConfigInfo : public BoardLookups<TamarindConfigInfo>
+{
+public:
+    TamarindConfigInfo();
+    ~TamarindConfigInfo() override;
     bool Is4K(ChannelConfigSpec const &spec, unsigned int user_channel) const override;
     AOption<OutputSource> GetOutputSource(
         ChannelConfigSpec const &spec, unsigned int output) const override;
     std::uint32_t GetMaxUserChannels(ChannelConfigSpec const &spec) const override;
 
 private:
+    friend class BoardLookups<TamarindConfigInfo>;
+
     Place find(ChannelConfigSpec const &spec, unsigned int user_channel) const;
 };
 
 /// Boards of one to three user channels, whose only configuration is the first entry of a spec.
-class TARN_EXPORT QuinceConfigInfo : public BoardConfigInfo
+class TARN_EXPORT QuinceConfigInfo : public BoardLookups<QuinceConfigInfo>
 {
 public:
-    std::uint64_t AngleCount(
-        ChannelConfigSpec const &spec, unsigned int user_channel) const override;
-    std::uint32_t LocateAngle(ChannelConfigSpec const &spec, unsigned int user_channel,
-        unsigned int angle) const override;
-    std::vector<std::uint32_t> FindPrimaryAngleOutputs(
-        ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const override;
-    std::vector<std::uint32_t> FindAllOutputs(
-        ChannelConfigSpec const &spec, unsigned int user_channel, bool key) const override;
+    ~QuinceConfigInfo() override;
     /// Never.
     bool Is4K(ChannelConfigSpec const &spec, unsigned int user_channel) const override;
     AOption<OutputSource> GetOutputSource(
@@ -121,6 +127,8 @@ protected:
     explicit QuinceConfigInfo(std::uint32_t user_channels);
 
 private:
+    friend class BoardLookups<QuinceConfigInfo>;
+
     Place find(ChannelConfigSpec const &spec, unsigned int user_channel) const;
 
     std::uint32_t user_channels;
