@@ -78,6 +78,7 @@ private Q_SLOTS:
     void every_way_of_leaving_is_seen();
     void other_threads_may_connect_and_disconnect();
     void an_unknown_signal_is_an_assertion();
+    void the_internal_signal_is_no_listener();
     void news_are_stored_and_emitted_to_listeners();
     void a_status_with_a_clip_sets_the_clip_data();
     void a_status_with_a_clip_sets_the_clip();
@@ -373,6 +374,21 @@ void TestGlintChannelMonitor::an_unknown_signal_is_an_assertion()
     QCOMPARE(asserts.take(), QStringList(QStringLiteral("false")));
     disconnect(connection);
     QCOMPARE(asserts.take(), QStringList(QStringLiteral("false")));
+}
+
+void TestGlintChannelMonitor::the_internal_signal_is_no_listener()
+{
+    Glint hub(false);
+    Monitor *monitor = hub.get_channel_monitor(2);
+    AssertLog asserts;
+    int relayed = 0;
+    auto const connection = connect(
+        monitor, &Monitor::relay_connect_disconnect_notify2, this, [&relayed] { ++relayed; });
+    QCOMPARE(relayed, 0);
+    connect(monitor, &Monitor::report_speed, this, [] {});
+    QCOMPARE(relayed, 1);
+    disconnect(connection);
+    QCOMPARE(asserts.take(), QStringList());
 }
 
 void TestGlintChannelMonitor::news_are_stored_and_emitted_to_listeners()

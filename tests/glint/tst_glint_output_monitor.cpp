@@ -59,6 +59,7 @@ private Q_SLOTS:
     void what_is_not_listened_to_is_not_connected();
     void a_new_channel_comes_with_the_defaults_first();
     void reports_move_with_the_listener();
+    void a_new_channel_is_connected_signal_by_signal_in_order();
     void an_output_without_a_channel_has_no_channel_status();
     void many_changes_are_one_question();
     void the_same_channel_again_changes_nothing();
@@ -192,6 +193,23 @@ void TestGlintOutputMonitor::reports_move_with_the_listener()
     QVERIFY(bench.settle());
     QVERIFY(bench.log.registered().contains(QStringLiteral("B speed")));
     QVERIFY(!bench.log.registered().contains(QStringLiteral("D speed")));
+}
+
+void TestGlintOutputMonitor::a_new_channel_is_connected_signal_by_signal_in_order()
+{
+    OutputBench bench;
+    QVERIFY(bench.start());
+    Monitor *monitor = bench.hub->get_output_monitor(30); // the configuration gives it none
+    for (auto signal = OutputSignals::all().rbegin(); signal != OutputSignals::all().rend();
+         ++signal)
+        signal->connect(monitor, this, [] {});
+    QVERIFY(bench.settle());
+    QCOMPARE(channel_reports(bench.log), QStringList());
+    monitor->set_channel_monitor(bench.hub->get_channel_monitor(2));
+    QVERIFY(bench.settle());
+    QCOMPARE(channel_reports(bench.log),
+        QStringList({registration("status"), registration("clipid"), registration("speed"),
+            registration("timecode"), registration("aux_audio_timecode"), registration("info")}));
 }
 
 void TestGlintOutputMonitor::an_output_without_a_channel_has_no_channel_status()
