@@ -153,7 +153,11 @@ void TestASpeedLabel::font_is_that_of_all_pages()
     ASpeedLabel label;
     label.set_font(ATimecodeLabel::Font::small_gray);
     QVERIFY(label.get_font() == ATimecodeLabel::Font::small_gray);
+    QCOMPARE(label.sizeHint(), QSize(66, 18));
     shown(label);
+    label.set_font(ATimecodeLabel::Font::large);
+    QCOMPARE(label.sizeHint(), QSize(132, 36));
+    label.set_font(ATimecodeLabel::Font::small_gray);
     auto *stack = label.findChild<QStackedWidget *>(QStringLiteral("stack"));
     for (int n = 0; n < stack->count(); ++n)
         QCOMPARE(stack->widget(n)->sizeHint(), QSize(66, 18));

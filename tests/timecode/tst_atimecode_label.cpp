@@ -279,6 +279,7 @@ void TestATimecodeLabel::size_is_that_of_its_glyphs()
     QCOMPARE(label.sizeHint(), QSize(8 * 24 + 3 * 12 + 36, 36));
     for (Font font : {Font::small, Font::small_gray, Font::small_transparent}) {
         label.set_font(font);
+        QCOMPARE(label.sizeHint(), QSize(8 * 12 + 3 * 6 + 18, 18));
         shown(label);
         QCOMPARE(label.sizeHint(), QSize(8 * 12 + 3 * 6 + 18, 18));
     }

@@ -123,6 +123,7 @@ private Q_SLOTS:
     void other_editor_is_undefined_and_stays();
     void overridden_ways_are_used_both_ways();
     void hover_background_is_behind_an_item_below_the_mouse();
+    void hover_background_follows_the_mouse_in_a_view();
     void text_of_the_timecode_is_drawn();
     void size_holds_the_text();
 };
@@ -277,6 +278,26 @@ void TestTimecodeDelegate::hover_background_is_behind_an_item_below_the_mouse()
     QStyle::State const selected = QStyle::State_Selected;
     QCOMPARE(painted(table.delegate, index, below_mouse | selected).pixelColor(corner),
         painted(table.delegate, index, selected).pixelColor(corner));
+}
+
+void TestTimecodeDelegate::hover_background_follows_the_mouse_in_a_view()
+{
+    Table table;
+    table.view.setSelectionMode(QAbstractItemView::NoSelection);
+    table.delegate.set_hover_background(QColor(10, 80, 10));
+    QVERIFY(QTest::qWaitForWindowActive(&table.view));
+    QWidget *viewport = table.view.viewport();
+    viewport->setAttribute(Qt::WA_Hover);
+    auto const shown = [&](int row) {
+        QPoint const inside = table.view.visualRect(table.index(row)).bottomRight() - QPoint(3, 3);
+        return viewport->grab().toImage().pixelColor(inside * viewport->devicePixelRatio());
+    };
+    QColor const plain = shown(1);
+    for (int row : {1, 2}) {
+        QTest::mouseMove(viewport, table.view.visualRect(table.index(row)).center());
+        QTRY_COMPARE(shown(row), QColor(10, 80, 10));
+        QCOMPARE(shown(3 - row), plain);
+    }
 }
 
 void TestTimecodeDelegate::text_of_the_timecode_is_drawn()

@@ -88,6 +88,7 @@ private Q_SLOTS:
     void font_that_does_not_exist_has_no_pictures();
     void glyph_that_is_not_there_is_an_assertion_when_drawn();
     void blank_is_drawn_as_the_ground();
+    void disabled_glyph_is_faint_on_the_same_ground();
     void picture_is_drawn_pixel_by_pixel_data();
     void picture_is_drawn_pixel_by_pixel();
     void symbol_takes_the_room_of_its_shape();
@@ -250,6 +251,22 @@ void TestTimecodeGlyphs::blank_is_drawn_as_the_ground()
     QImage const shown = digit.grab().toImage();
     QVERIFY(ink(shown).isEmpty());
     QCOMPARE(shown.pixelColor(0, 0), TimecodeGlyphs::of(Font::small).ground());
+}
+
+void TestTimecodeGlyphs::disabled_glyph_is_faint_on_the_same_ground()
+{
+    ATimecodeDigit digit;
+    digit.set_digit(8);
+    digit.resize(digit.sizeHint());
+    QImage const enabled = digit.grab().toImage();
+    digit.setEnabled(false);
+    QImage const disabled = digit.grab().toImage();
+    QCOMPARE(disabled.pixelColor(0, 0), enabled.pixelColor(0, 0));
+    QCOMPARE(ink(disabled), ink(enabled));
+    qreal const left = amount(disabled, disabled.rect()) / amount(enabled, enabled.rect());
+    QVERIFY2(left > 0.35 && left < 0.45, qPrintable(QString::number(left)));
+    digit.setEnabled(true);
+    QCOMPARE(digit.grab().toImage(), enabled);
 }
 
 void TestTimecodeGlyphs::picture_is_drawn_pixel_by_pixel_data()

@@ -101,6 +101,9 @@ void ASpeedLabel::set_font(ATimecodeLabel::Font chosen)
     font = chosen;
     for (ATimecodeFontSymbol *symbol : findChildren<ATimecodeFontSymbol *>())
         symbol->set_font(font);
+    // Only the layout next to a symbol hears of that at once.
+    stack->updateGeometry();
+    updateGeometry();
     update();
 }
 

@@ -13,7 +13,7 @@ class ATimecodeFontSymbol;
 class QStackedWidget;
 
 /// Shows a speed, in percent up to four times normal speed and as a multiple beyond. Speeds are
-/// rounded to what can be shown. Without a value it is a row of dashes.
+/// rounded to what can be shown. Without a value it is a row of dashes. A disabled label is faint.
 /// Thread: the main thread.
 class TARN_EXPORT ASpeedLabel : public QWidget
 {

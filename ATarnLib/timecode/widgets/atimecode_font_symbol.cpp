@@ -6,6 +6,12 @@
 
 #include <QPainter>
 
+namespace {
+
+constexpr qreal disabled_opacity = 0.4;
+
+} // namespace
+
 ATimecodeFontSymbol::ATimecodeFontSymbol(Glyph room, QWidget *parent)
     : QWidget(parent)
     , shape(room)
@@ -45,6 +51,8 @@ void ATimecodeFontSymbol::paintEvent(QPaintEvent *)
     QPixmap const *pixmap = set.find(glyph, devicePixelRatioF());
     if (!A_ASSERT_TEXT(pixmap, "pixmap != 0"))
         return;
+    if (!isEnabled())
+        painter.setOpacity(disabled_opacity);
     // Only a ratio that is no whole number makes it another size.
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     QSize const size = set.size(glyph);

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 /// One glyph of a readout, drawn from a picture, so that readouts look the same on every machine.
+/// While it is disabled, the glyph is faint and the ground as before.
 /// Thread: the main thread.
 class TARN_EXPORT ATimecodeFontSymbol : public QWidget
 {

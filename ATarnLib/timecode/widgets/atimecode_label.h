@@ -20,7 +20,7 @@ class QHBoxLayout;
 /// counting down ahead of them if asked for. An undefined timecode is a row of dashes.
 ///
 /// Whatever is set shows in the next turn of the event loop, all at once, so that a label that is
-/// set for each report is drawn no more often than the loop turns.
+/// set for each report is drawn no more often than the loop turns. A disabled label is faint.
 /// Thread: the main thread.
 class TARN_EXPORT ATimecodeLabel : public QWidget
 {

@@ -42,8 +42,8 @@ public:
     /// Without effect on an editor that is no `ATimecodeEntry`.
     virtual void set_editor_timecode(QWidget *editor, Corvane::ATimecode const &shown) const;
 
-    /// Behind an item below the mouse that is not selected. An invalid colour, which it is unless
-    /// set here, leaves the background.
+    /// Behind an item below the mouse that is not selected, in a view whose viewport has
+    /// `Qt::WA_Hover`. An invalid colour, which it is unless set here, leaves the background.
     void set_hover_background(QColor const &color) { hover_background = color; }
     QColor get_hover_background() const { return hover_background; }
 
