@@ -7,6 +7,7 @@ SimProcess::SimProcess(QString const &program_path, QString const &listen_addres
     , address(listen_address)
 {
     process.setProcessChannelMode(QProcess::MergedChannels);
+    connect(&process, &QProcess::readyRead, this, &SimProcess::read);
 }
 
 SimProcess::~SimProcess()
@@ -14,25 +15,33 @@ SimProcess::~SimProcess()
     kill();
 }
 
-bool SimProcess::start(QString *error)
+void SimProcess::start()
 {
+    output.clear();
     process.start(program,
         {QStringLiteral("--address"), address, QStringLiteral("--demo"),
             QStringLiteral("--run-time"), QStringLiteral("300")});
-    QByteArray output;
-    while (!output.contains("listening on")) {
-        if (!process.waitForReadyRead(10'000)) {
-            *error = QStringLiteral("%1 does not listen: %2 %3")
-                         .arg(program, process.errorString(), QString::fromLocal8Bit(output));
-            return false;
-        }
-        output += process.readAll();
-    }
-    return true;
+}
+
+void SimProcess::read()
+{
+    output += process.readAll();
+    if (listens || !output.contains("listening on"))
+        return;
+    listens = true;
+    Q_EMIT listening();
+}
+
+QString SimProcess::said() const
+{
+    return process.error() == QProcess::FailedToStart
+        ? program + QStringLiteral(": ") + process.errorString()
+        : QString::fromLocal8Bit(output).trimmed();
 }
 
 void SimProcess::kill()
 {
+    listens = false;
     process.kill();
     process.waitForFinished();
 }

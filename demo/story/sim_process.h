@@ -15,13 +15,25 @@ public:
     SimProcess(QString const &program, QString const &address, QObject *parent = nullptr);
     ~SimProcess() override;
 
-    /// Starts it and waits until it listens, 10 s at most. On failure: false, the reason in *error.
-    bool start(QString *error);
+    /// Starts it; `listening` follows once it listens.
+    void start();
+    bool is_listening() const { return listens; }
+    /// Starting still, or listening.
+    bool is_running() const { return process.state() != QProcess::NotRunning; }
+    /// What it has said since it was started, and why it does not run if it could not be started.
+    QString said() const;
     /// Ends it without warning, as a power cut does.
     void kill();
 
+Q_SIGNALS:
+    void listening();
+
 private:
+    void read();
+
     QString program;
     QString address;
     QProcess process;
+    QByteArray output;
+    bool listens = false;
 };

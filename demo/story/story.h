@@ -50,6 +50,7 @@ private:
     bool until(std::function<bool()> const &condition, int milliseconds);
     ChannelView &view(VCTP3::Channel channel) { return views.at(std::size_t(channel)); }
     bool all_channels(VCTP3::ChannelStatus status);
+    double since_listening_ms() const;
 
     QTextStream out;
     QString server_address;
@@ -67,6 +68,6 @@ private:
     double trip_worst_us = 0;
     double reports_per_second = 0;
     int failed_in_flight = 0;
-    qint64 back_ms = -1;
-    qint64 first_report_ms = -1;
+    double back_ms = 0;
+    double first_report_ms = 0;
 };
