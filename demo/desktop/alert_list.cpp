@@ -27,8 +27,13 @@ QColor level_colour(AlertingLevel level)
 
 AlertList::AlertList(Glint *hub, QWidget *parent)
     : QTableWidget(0, 3, parent)
-    , model(hub->get_alert_model())
+    , alert_model(hub->get_alert_model())
+    , nothing(DeskStyle::label(viewport(), "no alerts"))
 {
+    nothing->setText(QStringLiteral("None so far"));
+    nothing->move(4, 8);
+    nothing->setForegroundRole(QPalette::WindowText);
+    DeskStyle::set_text_colour(nothing, DeskStyle::quiet);
     setHorizontalHeaderLabels(
         {QStringLiteral("Alert"), QStringLiteral("Level"), QStringLiteral("What it says")});
     horizontalHeader()->setStretchLastSection(true);
@@ -41,8 +46,8 @@ AlertList::AlertList(Glint *hub, QWidget *parent)
     setFocusPolicy(Qt::NoFocus);
     setShowGrid(false);
     // The model has a thread of its own; with a context its news come on ours.
-    connect(model, &AlertModel::added, this, &AlertList::add);
-    for (QString const &name : model->names())
+    connect(alert_model, &AlertModel::added, this, &AlertList::add);
+    for (QString const &name : alert_model->names())
         add(name);
 }
 
@@ -60,18 +65,19 @@ void AlertList::add(QString const &name)
         return;
     int const row = rowCount();
     insertRow(row);
+    nothing->hide();
     for (int column = 0; column < columnCount(); ++column)
         setItem(row, column, new QTableWidgetItem);
     item(row, 0)->setData(Qt::UserRole, name);
     item(row, 0)->setText(name);
-    connect(model->get(name), &AlertItemModel::changed, this, &AlertList::show_alert);
+    connect(alert_model->get(name), &AlertItemModel::changed, this, &AlertList::show_alert);
     show_alert(name);
 }
 
 void AlertList::show_alert(QString const &name)
 {
     int const row = row_of(name);
-    AOption<Alert> const alert = model->get(name)->get();
+    AOption<Alert> const alert = alert_model->get(name)->get();
     if (row < 0 || !alert)
         return;
     QString const level = QString(AlertingLevel_to_string(alert->alerting_level));

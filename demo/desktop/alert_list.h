@@ -4,6 +4,7 @@
 #include <Tarn/AlertModel>
 #include <Tarn/Glint>
 
+#include <QLabel>
 #include <QTableWidget>
 
 /// What the server has to say about its health: a row for each alert, those that are over too.
@@ -23,5 +24,6 @@ private:
     void show_alert(QString const &name);
     int row_of(QString const &name) const;
 
-    AlertModel *const model;
+    AlertModel *const alert_model;
+    QLabel *const nothing;
 };

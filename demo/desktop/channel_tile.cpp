@@ -3,11 +3,11 @@
 
 #include "demo/desktop/desk_style.h"
 #include "demo/desktop/level_meter.h"
+#include "demo/desktop/rows.h"
 
 #include <Tarn/CFChannelConfig>
 #include <Tarn/USModel>
 
-#include <QGraphicsOpacityEffect>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -20,35 +20,24 @@ namespace {
 constexpr int margin = 8;
 constexpr int stripe = 4; // of the tally, on the left
 
-/// Glyphs are pictures, which the palette of a disabled widget does not reach.
-void dim(QWidget *widget, bool on)
-{
-    if (!on) {
-        widget->setGraphicsEffect(nullptr);
-        return;
-    }
-    auto *effect = new QGraphicsOpacityEffect(widget);
-    effect->setOpacity(0.4);
-    widget->setGraphicsEffect(effect);
-}
-
-/// The larger of the fonts that fit.
-ATimecodeLabel::Font glyphs(int height)
-{
-    return height >= 40 ? ATimecodeLabel::Font::large : ATimecodeLabel::Font::small;
-}
-
 QString timecode_text(Corvane::ATimecode const &timecode)
 {
     return timecode.is_defined() ? QString(timecode.toString(4)) : QStringLiteral("--:--:--:--");
 }
 
+/// "out 1-4 9", numbered from 1.
 QString output_list(CFChannelConfig::Outputs const &outputs)
 {
-    QStringList numbers;
-    for (auto output : outputs)
-        numbers << QString::number(output + 1);
-    return numbers.isEmpty() ? QString() : QStringLiteral("out ") + numbers.join(u' ');
+    QStringList runs;
+    for (auto at = outputs.begin(); at != outputs.end();) {
+        auto const first = *at;
+        auto last = first;
+        while (++at != outputs.end() && *at == last + 1)
+            ++last;
+        runs << (first == last ? QString::number(first + 1)
+                               : QStringLiteral("%1-%2").arg(first + 1).arg(last + 1));
+    }
+    return runs.isEmpty() ? QString() : QStringLiteral("out ") + runs.join(u' ');
 }
 
 } // namespace
@@ -91,7 +80,8 @@ void ChannelTile::follow(GlintChannelMonitor *monitor)
     connect(monitor, &GlintChannelMonitor::report_status, this, &ChannelTile::show_status);
     connect(monitor, &GlintChannelMonitor::report_clipid, this, [this](QString const &id) {
         clip_id = id;
-        show_clip();
+        // The end of an id tells more than its directory.
+        DeskStyle::set_elided(clip, clip_id, Qt::ElideLeft);
     });
     connect(monitor, &GlintChannelMonitor::report_speed, speed, &ASpeedLabel::set_value);
     connect(monitor, &GlintChannelMonitor::report_timecodes, this, &ChannelTile::show_timecodes);
@@ -112,27 +102,30 @@ void ChannelTile::set_selected(bool on)
 
 void ChannelTile::show_configuration()
 {
-    auto const i = static_cast<unsigned int>(number);
-    CFChannelConfig const *config = hub->get_channel_config();
-    auto const count = config->get_angle_count(i);
+    auto const count
+        = hub->get_channel_config()->get_angle_count(static_cast<unsigned int>(number));
     angles->setText(
         count == 1 ? QStringLiteral("1 angle") : QStringLiteral("%1 angles").arg(count));
-    outputs->setText(output_list(config->AllOutputs(i, false)));
+    show_outputs();
+}
+
+/// Beside the angles, in what room they leave.
+void ChannelTile::show_outputs()
+{
+    int const taken = angles->fontMetrics().horizontalAdvance(angles->text()) + margin;
+    outputs->setGeometry(angles->geometry().adjusted(taken, 0, 0, 0));
+    DeskStyle::set_elided(outputs,
+        output_list(
+            hub->get_channel_config()->AllOutputs(static_cast<unsigned int>(number), false)),
+        Qt::ElideRight);
 }
 
 void ChannelTile::show_status(ChannelStatus value)
 {
     channel_status = value;
-    status->setText(QString(ChannelStatus_to_string(value)));
+    DeskStyle::set_elided(status, QString(ChannelStatus_to_string(value)), Qt::ElideRight);
     DeskStyle::set_text_colour(status, DeskStyle::status_colour(value));
     show_remaining();
-}
-
-void ChannelTile::show_clip()
-{
-    // The end of an id tells more than its directory.
-    clip->setText(clip->fontMetrics().elidedText(clip_id, Qt::ElideLeft, clip->width()));
-    clip->setToolTip(clip_id);
 }
 
 void ChannelTile::show_timecodes(
@@ -152,7 +145,7 @@ void ChannelTile::show_remaining()
         && channel_status != ChannelStatus::record;
     unsigned int const left = information.cliplength - std::min(information.cliplength, position);
     remaining->setText(known
-            ? QStringLiteral("left ") + QString(Corvane::ATimecode(frequency, left, 1).toString(3))
+            ? QLatin1Char('-') + QString(Corvane::ATimecode(frequency, left, 1).toString(3))
             : QString());
 }
 
@@ -181,53 +174,43 @@ void ChannelTile::paintEvent(QPaintEvent *)
     painter.fillRect(0, 0, stripe, height(), isEnabled() ? tally_colour() : DeskStyle::stale);
 }
 
-/// Places the rows by hand: a layout would be asked anew whenever a text changes, which is with
-/// every field on every channel.
 void ChannelTile::resizeEvent(QResizeEvent *)
 {
     QRect const area = rect().adjusted(stripe + margin, margin / 2, -margin, -margin);
-    int const row = std::clamp(std::min(area.height() / 9, area.width() / 13), 11, 28);
-    int const half = area.width() / 2;
-    int y = area.top();
-    auto const place = [&](QLabel *label, int x, int width, int height, double size, bool bold) {
-        label->setGeometry(area.left() + x, y, width, height);
-        label->setFont(DeskStyle::font(int(row * size), bold));
-    };
-    int const head = std::max(row * 3 / 2, 20);
-    letter->setFont(DeskStyle::font(int(row * 1.1), true));
-    int const name
-        = std::max(row * 3 / 2, letter->fontMetrics().horizontalAdvance(letter->text())) + row / 2;
-    speed->set_font(glyphs(head));
-    QSize const speed_size = speed->sizeHint();
-    place(letter, 0, name, head, 1.1, true);
-    place(status, name, area.width() - name - speed_size.width(), head, 0.85, true);
-    speed->setGeometry(area.right() + 1 - speed_size.width(), y + (head - speed_size.height()) / 2,
-        speed_size.width(), speed_size.height());
-    y += head;
-    place(clip, 0, area.width(), row * 5 / 4, 0.85, false);
-    y += row * 5 / 4;
-    int const large = std::max(row * 9 / 4, 22);
-    timecode->set_font(glyphs(large));
-    QSize const timecode_size = timecode->sizeHint();
-    timecode->setGeometry(area.left(), y + (large - timecode_size.height()) / 2,
-        timecode_size.width(), timecode_size.height());
-    y += large;
-    place(input_timecode, 0, area.width(), row * 5 / 4, 0.72, false);
-    place(remaining, half, area.width() - half, row * 5 / 4, 0.72, false);
-    y += row * 5 / 4;
-    place(angles, 0, half, row * 5 / 4, 0.72, false);
-    place(outputs, half, area.width() - half, row * 5 / 4, 0.72, false);
-    y += row * 5 / 4 + 2;
-    meter->setGeometry(area.left(), y, area.width(), std::max(0, area.bottom() + 1 - y));
-    show_clip();
+    unit = std::clamp(std::min(area.height() / 9, area.width() / 13), 11, 28);
+    int const line = unit * 5 / 4;
+    Rows rows(area);
+    place_head(rows.take(std::max(unit * 3 / 2, 20)));
+    place(clip, rows.take(line), 0.85, false);
+    DeskStyle::place_readout(
+        timecode, rows.take(std::max(unit * 9 / 4, 22)), Qt::AlignLeft | Qt::AlignVCenter);
+    QRect const times = rows.take(line);
+    place(input_timecode, times, 0.72, false);
+    place(remaining, times, 0.72, false);
+    QRect const board = rows.take(line);
+    place(angles, board, 0.72, false);
+    place(outputs, board, 0.72, false);
+    meter->setGeometry(rows.rest().adjusted(0, 2, 0, 0));
+    DeskStyle::set_elided(clip, clip_id, Qt::ElideLeft);
+    show_outputs();
 }
 
-void ChannelTile::changeEvent(QEvent *event)
+/// The letter, as wide as it needs to be; the speed on the right; the state between them.
+void ChannelTile::place_head(QRect const &row)
 {
-    if (event->type() == QEvent::EnabledChange)
-        for (QWidget *widget : {static_cast<QWidget *>(timecode), static_cast<QWidget *>(speed)})
-            dim(widget, !isEnabled());
-    QWidget::changeEvent(event);
+    place(letter, row, 1.1, true);
+    int const name
+        = std::max(unit * 3 / 2, letter->fontMetrics().horizontalAdvance(letter->text()));
+    DeskStyle::place_readout(speed, row, Qt::AlignRight | Qt::AlignVCenter);
+    int const left = row.left() + name + unit / 2;
+    place(status, QRect(left, row.top(), speed->x() - left, row.height()), 0.85, true);
+    show_status(channel_status);
+}
+
+void ChannelTile::place(QLabel *label, QRect const &row, double size, bool bold)
+{
+    label->setFont(DeskStyle::font(int(unit * size), bold));
+    label->setGeometry(row);
 }
 
 void ChannelTile::mousePressEvent(QMouseEvent *event)

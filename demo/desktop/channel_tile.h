@@ -20,6 +20,9 @@ class ChannelTile : public QWidget
     Q_OBJECT
 
 public:
+    /// All that it shows can be read from this size on.
+    static constexpr QSize least_size{152, 108};
+
     /// \a hub must outlive the tile.
     ChannelTile(Glint *hub, VCTP3::Channel channel, QWidget *parent);
 
@@ -35,14 +38,15 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void changeEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
     void make_labels();
     void follow(GlintChannelMonitor *monitor);
+    void place_head(QRect const &row);
+    void place(QLabel *label, QRect const &row, double size, bool bold);
     void show_status(VCTP3::ChannelStatus value);
-    void show_clip();
+    void show_outputs();
     void show_timecodes(unsigned int clip_position, Corvane::ATimecode const &display,
         Corvane::ATimecode const &input);
     void show_remaining();
@@ -63,6 +67,7 @@ private:
     LevelMeter *meter = nullptr;
     VCTP3::ChannelStatus channel_status = VCTP3::ChannelStatus::idle;
     QString clip_id;
+    int unit = 11; // of what it holds, in pixels
     VCTP3::ChannelInformation information;
     unsigned int position = 0;
     Corvane::VideoFrequency frequency = Corvane::VideoFrequency::invalid;

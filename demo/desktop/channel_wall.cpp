@@ -9,12 +9,12 @@
 
 namespace {
 
-constexpr double shape = 1.25;
+constexpr TileLimits tile_limits{1.25, ChannelTile::least_size, {560, 480}};
 
 } // namespace
 
 ChannelWall::ChannelWall(Glint *server, QWidget *parent)
-    : TileGrid(shape, parent)
+    : TileGrid(tile_limits, parent)
     , hub(server)
 {
     // The items of a board change one after the other; one look at all of them is enough.
@@ -70,6 +70,7 @@ bool ChannelWall::step_cursor(int columns, int rows)
     if (next < 0 || next >= all.size())
         return false;
     cursor = next;
+    ensureWidgetVisible(all[cursor]);
     return true;
 }
 

@@ -18,8 +18,7 @@ ClipList::ClipList(Glint *server, QObject *parent)
         [this](AString const &id) { arriving.append(QString(id)); });
     connect(&answers, &CallbackGroup_set2::sig_ok, this, [this] {
         arriving.sort();
-        if (arriving != stringList())
-            setStringList(arriving);
+        take(arriving);
         Q_EMIT complete();
     });
 }
@@ -30,6 +29,19 @@ void ClipList::connected()
     // Registered before it is read, so that no clip is made unseen in between.
     hub->cmd_report_register(ReportType::clip_change);
     hub->cmd_download_clipids(answers);
+}
+
+/// Those that stay are not touched, so that what a view has chosen among them stays chosen.
+void ClipList::take(QStringList const &ids)
+{
+    QStringList const before = stringList();
+    if (before.isEmpty())
+        setStringList(ids);
+    for (QString const &id : before)
+        if (!std::binary_search(ids.begin(), ids.end(), id))
+            remove(id);
+    for (QString const &id : ids)
+        add(id);
 }
 
 void ClipList::add(QString const &id)

@@ -21,6 +21,7 @@ Q_SIGNALS:
 
 private:
     void connected();
+    void take(QStringList const &ids);
     void add(QString const &id);
     void remove(QString const &id);
 

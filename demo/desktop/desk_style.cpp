@@ -34,6 +34,7 @@ QPalette dark_palette()
         palette.setColor(QPalette::Disabled, role, stale);
     }
     palette.setColor(QPalette::PlaceholderText, quiet);
+    palette.setColor(QPalette::Disabled, QPalette::PlaceholderText, stale);
     return palette;
 }
 
@@ -62,6 +63,12 @@ QLabel *DeskStyle::label(QWidget *parent, char const *object_name, int pixels, b
     result->setTextFormat(Qt::PlainText);
     result->setFont(font(pixels, bold));
     return result;
+}
+
+void DeskStyle::set_elided(QLabel *label, QString const &text, Qt::TextElideMode mode)
+{
+    label->setText(label->fontMetrics().elidedText(text, mode, label->width()));
+    label->setToolTip(text);
 }
 
 void DeskStyle::set_text_colour(QWidget *widget, QColor const &colour)

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <Tarn/ATimecodeLabel>
 #include <Tarn/ChannelStatus>
 
 #include <QColor>
 #include <QFont>
 #include <QString>
+#include <QStyle>
 
 class QApplication;
 class QFormLayout;
@@ -34,6 +36,21 @@ void apply(QApplication *application);
 QFont font(int pixels, bool bold = false);
 /// A label for text that comes from a server: never taken for markup.
 QLabel *label(QWidget *parent, char const *object_name, int pixels = 13, bool bold = false);
+/// Places a readout of timecode or speed in the larger of the fonts that have room.
+template <typename Readout>
+void place_readout(Readout *readout, QRect const &room, Qt::Alignment alignment)
+{
+    for (auto font : {ATimecodeLabel::Font::large, ATimecodeLabel::Font::small}) {
+        readout->set_font(font);
+        if (readout->sizeHint().boundedTo(room.size()) == readout->sizeHint())
+            break;
+    }
+    readout->setGeometry(
+        QStyle::alignedRect(Qt::LeftToRight, alignment, readout->sizeHint(), room));
+}
+/// Shows as much of a text as has room, and all of it as the tool tip. Only once the label has its
+/// font and size.
+void set_elided(QLabel *label, QString const &text, Qt::TextElideMode mode);
 /// Colours the text of a widget while it is enabled; a disabled one has the colour of stale values.
 void set_text_colour(QWidget *widget, QColor const &colour);
 /// A panel with a heading above \a content.

@@ -41,9 +41,14 @@ DeskWindow::DeskWindow(Glint *server)
 /// Disabled widgets have the colours of what is not known to be true any more.
 void DeskWindow::show_liveness()
 {
-    for (QWidget *widget : QList<QWidget *>{channel_wall, output_wall, configuration_page})
-        widget->setEnabled(server_link.is_live());
-    server_page->set_live(server_link.is_live());
+    bool const is_live = server_link.is_live();
+    for (QWidget *widget :
+        QList<QWidget *>{transport_bar, channel_wall, output_wall, configuration_page})
+        widget->setEnabled(is_live);
+    server_page->set_live(is_live);
+    for (TileGrid *wall : QList<TileGrid *>{channel_wall, output_wall})
+        wall->set_hint(is_live ? QStringLiteral("No channel is configured")
+                               : QStringLiteral("Waiting for the server"));
 }
 
 void DeskWindow::make_pages()
@@ -66,7 +71,8 @@ QWidget *DeskWindow::make_channel_page()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     channel_wall = new ChannelWall(hub, page);
-    column->addWidget(new TransportBar(&transport, &clip_list, channel_wall, page));
+    transport_bar = new TransportBar(&transport, &clip_list, channel_wall, page);
+    column->addWidget(transport_bar);
     column->addWidget(channel_wall, 1);
     return page;
 }
@@ -87,6 +93,7 @@ void DeskWindow::write_log()
     });
     connect(server_page->alerts(), &AlertList::news, log_page, &LogPage::note);
     connect(&transport, &Transport::failed, log_page, &LogPage::note);
+    connect(&transport, &Transport::failed, server_bar, &ServerBar::show_notice);
     connect(&transport, &Transport::recording, log_page,
         [this](QString const &clip) { log_page->note(QStringLiteral("recording ") + clip); });
 }

@@ -16,6 +16,7 @@ class LogPage;
 class OutputWall;
 class ServerBar;
 class ServerPage;
+class TransportBar;
 
 /// The window: the state of the connection above, a page below. It needs nothing but the hub.
 class DeskWindow : public QMainWindow
@@ -46,6 +47,7 @@ private:
     ClipList clip_list;
     Transport transport;
     ServerBar *server_bar = nullptr;
+    TransportBar *transport_bar = nullptr;
     ChannelWall *channel_wall = nullptr;
     OutputWall *output_wall = nullptr;
     ServerPage *server_page = nullptr;

@@ -16,6 +16,12 @@ QString traffic_text(quint64 messages, quint64 bytes)
         .arg(locale.toString(messages), locale.formattedDataSize(qint64(bytes)));
 }
 
+QString count_text(quint64 count, char const *what)
+{
+    return QStringLiteral("%1 %2%3").arg(
+        QString::number(count), QLatin1String(what), count == 1 ? QString() : QStringLiteral("s"));
+}
+
 } // namespace
 
 HealthPanel::HealthPanel(Glint *hub, QWidget *parent)
@@ -52,8 +58,7 @@ void HealthPanel::show_health()
     dropped->setText(QString::number(health->messages_dropped())
         + (reason.isEmpty() ? QString() : QStringLiteral(", the last: ") + reason));
     stall->setText(QStringLiteral("%1 ms").arg(health->longest_stall_ms()));
-    connections->setText(QStringLiteral("%1 attempts, %2 reconnections")
-                             .arg(health->connect_attempts())
-                             .arg(health->reconnections()));
+    connections->setText(count_text(health->connect_attempts(), "attempt") + QStringLiteral(", ")
+        + count_text(health->reconnections(), "reconnection"));
     last_error->setText(health->last_error());
 }

@@ -4,12 +4,14 @@
 #include "demo/desktop/desk_style.h"
 
 #include <QPainter>
+#include <QTimerEvent>
 
 #include <algorithm>
 
 namespace {
 
-constexpr double peak_fall = 0.4; // with each delivery
+constexpr int fall_interval_ms = 40;
+constexpr double fall = 2; // decibels in each interval
 constexpr double loud = 80;
 
 QColor colour(double level, bool enabled)
@@ -36,12 +38,28 @@ void LevelMeter::set_levels(std::list<unsigned int> const &values)
 void LevelMeter::set_peaks(std::list<unsigned int> const &values)
 {
     std::size_t track = 0;
-    bool const silent = std::all_of(values.begin(), values.end(), [](auto v) { return v == 0; });
     for (unsigned int value : values)
         if (track < tracks) {
-            double &mark = peaks[track++];
-            mark = silent ? 0 : std::max(double(value), mark - peak_fall);
+            peaks[track] = std::max(peaks[track], double(value));
+            ++track;
         }
+    // The last delivery may hold a peak and silence both, so marks fall by themselves.
+    if (!falling.isActive())
+        falling.start(fall_interval_ms, this);
+    update();
+}
+
+void LevelMeter::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != falling.timerId())
+        return;
+    bool at_rest = true;
+    for (std::size_t track = 0; track < tracks; ++track) {
+        peaks[track] = std::max(double(levels[track]), peaks[track] - fall);
+        at_rest = at_rest && peaks[track] <= levels[track];
+    }
+    if (at_rest)
+        falling.stop();
     update();
 }
 

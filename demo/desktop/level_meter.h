@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QBasicTimer>
 #include <QWidget>
 
 #include <array>
 #include <list>
 
-/// The audio levels of a channel: a bar for each of 16 tracks, with a mark where the peak was.
+/// The audio levels of a channel: a bar for each of 16 tracks, with a mark where the peak was,
+/// which falls until it meets the bar.
 class LevelMeter : public QWidget
 {
     Q_OBJECT
@@ -29,6 +31,7 @@ public Q_SLOTS:
     void set_peaks(std::list<unsigned int> const &values);
 
 protected:
+    void timerEvent(QTimerEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -36,4 +39,5 @@ private:
 
     std::array<unsigned int, tracks> levels{};
     std::array<double, tracks> peaks{};
+    QBasicTimer falling;
 };

@@ -54,6 +54,7 @@ void LocalServer::start()
 void LocalServer::try_address()
 {
     ++attempts;
+    output.clear();
     listen_address = some_loopback_address();
     process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/vesk-sim"),
         {QStringLiteral("--address"), listen_address.toString(), QStringLiteral("--demo")});
@@ -61,7 +62,11 @@ void LocalServer::try_address()
 
 void LocalServer::read()
 {
-    if (!is_listening && process.readAll().contains("listening on")) {
+    QByteArray const said = process.readAll();
+    if (is_listening)
+        return;
+    output += said;
+    if (output.contains("listening on")) {
         is_listening = true;
         Q_EMIT listening(listen_address);
     }

@@ -30,6 +30,7 @@ private:
 
     QProcess process;
     QHostAddress listen_address;
+    QByteArray output; // until it listens
     int attempts = 0;
     bool is_listening = false;
 };

@@ -36,9 +36,10 @@ void add_options(QCommandLineParser *parser)
     parser->setApplicationDescription(QStringLiteral(
         "The channels of a Vesk server on one wall, with their transport.\n"
         "\n"
-        "Keys: arrows move, with Shift they gang channels, Ctrl+A gangs all, Escape ends that;\n"
-        "Space plays, K stops, J and L shuttle, comma and period jog by a field, R records,\n"
-        "C cues the chosen clip, Page Up and Page Down choose another.\n"
+        "Keys: arrows move, with Shift they gang channels, as clicks with Ctrl do, Ctrl+A gangs\n"
+        "all, Escape ends that; Space plays, K stops, J and L shuttle, comma and period jog by a\n"
+        "field, R records, C cues the chosen clip, Page Up and Page Down choose another, F looks\n"
+        "for one by its name: Return takes it, Escape shows them all again.\n"
         "\n"
         "Exit codes: 0 done, 1 the picture could not be written, 2 usage."));
     parser->addOptions({
@@ -109,6 +110,14 @@ void do_without_display()
     qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
+QString round_trip_text(GlintHealth const *health)
+{
+    if (health->round_trip_us() < 0)
+        return QStringLiteral("no round trip");
+    return QStringLiteral("round trip %1 ms")
+        .arg(double(health->round_trip_us()) / 1000, 0, 'f', 2);
+}
+
 /// Writes the picture, and what was measured until then to standard output.
 void take_screenshot(QWidget *window, QString const &file, GlintHealth const *health)
 {
@@ -116,9 +125,9 @@ void take_screenshot(QWidget *window, QString const &file, GlintHealth const *he
     if (!written)
         std::fprintf(stderr, "tarn-desk: cannot write %s\n", qUtf8Printable(file));
     else
-        std::printf("%s: %llu messages received, round trip %.2f ms, longest stall %lld ms\n",
-            qUtf8Printable(file), static_cast<unsigned long long>(health->messages_received()),
-            double(health->round_trip_us()) / 1000,
+        std::printf("%s: %llu messages received, %s, longest stall %lld ms\n", qUtf8Printable(file),
+            static_cast<unsigned long long>(health->messages_received()),
+            qUtf8Printable(round_trip_text(health)),
             static_cast<long long>(health->longest_stall_ms()));
     QCoreApplication::exit(written ? done : failure);
 }

@@ -2,6 +2,7 @@
 #include "demo/desktop/output_tile.h"
 
 #include "demo/desktop/desk_style.h"
+#include "demo/desktop/rows.h"
 
 #include <Tarn/GlintOutputMonitor>
 
@@ -42,12 +43,12 @@ OutputTile::OutputTile(Glint *hub, unsigned int output, QWidget *parent)
 
     GlintOutputMonitor *monitor = hub->get_output_monitor(output);
     connect(monitor, &GlintOutputMonitor::report_status, this, [this](ChannelStatus value) {
-        status->setText(QString(ChannelStatus_to_string(value)));
-        DeskStyle::set_text_colour(status, DeskStyle::status_colour(value));
+        channel_status = value;
+        show_status();
     });
     connect(monitor, &GlintOutputMonitor::report_clipid, this, [this](QString const &id) {
         clip_id = id;
-        show_clip();
+        DeskStyle::set_elided(clip, clip_id, Qt::ElideLeft);
     });
     connect(monitor, &GlintOutputMonitor::report_display_timecode, timecode,
         &ATimecodeLabel::set_timecode);
@@ -58,10 +59,10 @@ void OutputTile::show_source(ChannelCF::OutputSource const &source)
     source_label->setText(source_text(source));
 }
 
-void OutputTile::show_clip()
+void OutputTile::show_status()
 {
-    clip->setText(clip->fontMetrics().elidedText(clip_id, Qt::ElideLeft, clip->width()));
-    clip->setToolTip(clip_id);
+    DeskStyle::set_elided(status, QString(ChannelStatus_to_string(channel_status)), Qt::ElideRight);
+    DeskStyle::set_text_colour(status, DeskStyle::status_colour(channel_status));
 }
 
 void OutputTile::paintEvent(QPaintEvent *)
@@ -72,24 +73,22 @@ void OutputTile::paintEvent(QPaintEvent *)
 void OutputTile::resizeEvent(QResizeEvent *)
 {
     QRect const area = rect().adjusted(margin, margin / 2, -margin, -margin / 2);
-    int const row = std::clamp(area.height() / 4, 14, 44);
-    int const half = area.width() / 2;
+    int const row = std::clamp(area.height() / 4, 18, 44);
     int const pixels = std::min({row * 5 / 8, area.width() / 14, 20});
-    int y = area.top();
-    auto const place = [&](QLabel *label, int x, int width, bool bold) {
+    auto const place = [&](QLabel *label, QRect const &room, bool bold) {
         label->setFont(DeskStyle::font(pixels, bold));
-        label->setGeometry(area.left() + x, y, width, row);
+        label->setGeometry(room);
     };
-    place(title, 0, half, true);
-    place(source_label, half - 20, area.width() - half + 20, false);
-    y += row;
-    place(clip, 0, area.width() * 2 / 3, false);
-    place(status, half, area.width() - half, true);
-    y += row;
-    bool const is_large = area.width() >= 270 && area.bottom() - y >= 44;
-    timecode->set_font(is_large ? ATimecodeLabel::Font::large : ATimecodeLabel::Font::small);
-    QSize const size = timecode->sizeHint();
-    int const below = std::min((area.bottom() - y - size.height()) / 2, row / 3);
-    timecode->setGeometry(area.left(), y + below, size.width(), size.height());
-    show_clip();
+    Rows rows(area);
+    QRect const head = rows.take(row);
+    place(title, head, true);
+    place(source_label, head, false);
+    QRect const state = rows.take(row);
+    int const third = area.width() / 3;
+    place(clip, state.adjusted(0, 0, -third, 0), false);
+    place(status, state.adjusted(state.width() - third, 0, 0, 0), true);
+    DeskStyle::place_readout(
+        timecode, rows.rest().adjusted(0, 0, 0, -row / 2), Qt::AlignLeft | Qt::AlignVCenter);
+    DeskStyle::set_elided(clip, clip_id, Qt::ElideLeft);
+    show_status();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Tarn/ATimecodeLabel>
+#include <Tarn/ChannelStatus>
 #include <Tarn/Glint>
 #include <Tarn/OutputSource>
 
@@ -13,6 +14,9 @@ class OutputTile : public QWidget
     Q_OBJECT
 
 public:
+    /// All that it shows can be read from this size on.
+    static constexpr QSize least_size{168, 80};
+
     /// \a output counts from 0.
     OutputTile(Glint *hub, unsigned int output, QWidget *parent);
 
@@ -25,7 +29,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void show_clip();
+    void show_status();
 
     unsigned int const output_number;
     QLabel *const title;
@@ -33,5 +37,6 @@ private:
     QLabel *const status;
     QLabel *const clip;
     ATimecodeLabel *const timecode;
+    VCTP3::ChannelStatus channel_status = VCTP3::ChannelStatus::idle;
     QString clip_id;
 };

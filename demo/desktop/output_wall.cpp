@@ -9,13 +9,13 @@
 
 namespace {
 
-constexpr double shape = 2;
+constexpr TileLimits tile_limits{2, OutputTile::least_size, {560, 280}};
 constexpr unsigned int most_outputs = 40;
 
 } // namespace
 
 OutputWall::OutputWall(Glint *server, QWidget *parent)
-    : TileGrid(shape, parent)
+    : TileGrid(tile_limits, parent)
     , hub(server)
 {
     configuration_settled.setSingleShot(true);

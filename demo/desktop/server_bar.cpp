@@ -10,6 +10,8 @@ using namespace VCTP3;
 
 namespace {
 
+constexpr int notice_ms = 8000;
+
 QString duration_text(qint64 seconds)
 {
     return QStringLiteral("%1:%2:%3")
@@ -29,6 +31,7 @@ ServerBar::ServerBar(Glint *server, ServerLink *server_link, QWidget *parent)
     , server_address(DeskStyle::label(this, "server address"))
     , standard(DeskStyle::label(this, "standard"))
     , timecode(new ATimecodeLabel(this))
+    , notice(DeskStyle::label(this, "notice"))
     , state(DeskStyle::label(this, "link state", 13, true))
 {
     auto *row = new QHBoxLayout(this);
@@ -42,7 +45,12 @@ ServerBar::ServerBar(Glint *server, ServerLink *server_link, QWidget *parent)
     server_name->setText(QStringLiteral("Tarn Desk"));
     timecode->set_font(ATimecodeLabel::Font::small);
     timecode->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    row->addStretch();
+    notice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    notice->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    DeskStyle::set_text_colour(notice, DeskStyle::red);
+    notice_shows.setSingleShot(true);
+    connect(&notice_shows, &QTimer::timeout, notice, &QLabel::clear);
+    row->addWidget(notice, 1);
     row->addWidget(state);
     for (QLabel *label : {server_address, standard, ltc_title})
         DeskStyle::set_text_colour(label, DeskStyle::quiet);
@@ -73,6 +81,12 @@ void ServerBar::show_problem(QString const &text)
     DeskStyle::set_text_colour(state, DeskStyle::red);
 }
 
+void ServerBar::show_notice(QString const &text)
+{
+    DeskStyle::set_elided(notice, text, Qt::ElideRight);
+    notice_shows.start(notice_ms);
+}
+
 void ServerBar::ask_server()
 {
     hub->cmd_get_computer_name(name_answer);
@@ -81,6 +95,7 @@ void ServerBar::ask_server()
 
 void ServerBar::show_link()
 {
+    standard->setEnabled(link->is_live());
     QString const time = link->since().toString(QStringLiteral("HH:mm:ss"));
     QString const passed = duration_text(link->since().secsTo(QDateTime::currentDateTime()));
     switch (link->state()) {

@@ -25,6 +25,8 @@ public:
     void set_server(QString const &name);
     /// Shows a text in place of the state, until that changes.
     void show_problem(QString const &text);
+    /// Shows for some seconds what has not worked.
+    void show_notice(QString const &text);
 
 private:
     void ask_server();
@@ -36,9 +38,11 @@ private:
     VCTP3::CallbackGroup_set6 name_answer;
     VCTP3::CallbackGroup_set8 standard_answer;
     QTimer second;
+    QTimer notice_shows;
     QLabel *server_name = nullptr;
     QLabel *server_address = nullptr;
     QLabel *standard = nullptr;
     ATimecodeLabel *timecode = nullptr;
+    QLabel *notice = nullptr;
     QLabel *state = nullptr;
 };

@@ -1,19 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QGridLayout>
-#include <QWidget>
+#include <QLabel>
+#include <QScrollArea>
 
-/// Tiles of one size, in as many columns as make them come nearest to a shape.
-class TileGrid : public QWidget
+/// What tiles may look like. Sizes in points.
+struct TileLimits
+{
+    double shape; ///< width to height that they come nearest to
+    QSize least;
+    QSize most;
+};
+
+/// Tiles of one size, in as many columns as make them come nearest to a shape. Where not all of
+/// them have room at their least size the grid scrolls; what they cannot use stays empty.
+class TileGrid : public QScrollArea
 {
     Q_OBJECT
 
 public:
-    /// \a shape: width to height.
-    TileGrid(double shape, QWidget *parent);
+    TileGrid(TileLimits const &limits, QWidget *parent);
 
-    int columns() const { return columns_shown; }
+    int columns() const { return now.columns; }
+    /// What to say while there is no tile.
+    void set_hint(QString const &text);
 
 protected:
     /// Deletes the old ones.
@@ -21,11 +31,21 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void arrange();
-    int best_columns() const;
+    struct Arrangement
+    {
+        int columns = 1;
+        int rows = 0;
+        QSize tile;
+        QSize all; ///< with gaps and margins
+    };
 
-    double const tile_shape;
-    QGridLayout *const grid;
+    Arrangement arrangement(int columns, QSize const &room) const;
+    Arrangement best_arrangement(QSize const &room) const;
+    void arrange();
+
+    TileLimits const limits;
+    QWidget *const field;
+    QLabel *const hint;
     QList<QWidget *> shown;
-    int columns_shown = 0;
+    Arrangement now;
 };

@@ -41,6 +41,14 @@ Transport::Transport(Glint *server, QObject *parent)
         [this](AString const &text, ErrorCode) { Q_EMIT failed(QString(text)); });
 }
 
+void Transport::set_channels(ChannelSet const &selection)
+{
+    if (selection == channels)
+        return;
+    channels = selection;
+    shuttle_step = 0;
+}
+
 bool Transport::has_channels()
 {
     if (channels.empty())

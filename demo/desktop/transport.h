@@ -14,7 +14,8 @@ class Transport : public QObject
 public:
     Transport(Glint *hub, QObject *parent);
 
-    void set_channels(VCTP3::ChannelSet const &selection) { channels = selection; }
+    /// Other channels begin to shuttle from the lowest speed.
+    void set_channels(VCTP3::ChannelSet const &selection);
 
     void play();
     void stop();

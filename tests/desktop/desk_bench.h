@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "demo/desktop/alert_list.h"
 #include "demo/desktop/channel_tile.h"
 #include "demo/desktop/channel_wall.h"
 #include "demo/desktop/desk_window.h"
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
 
+#include <QAbstractItemModelTester>
+#include <QComboBox>
 #include <QTest>
+#include <QToolButton>
 
-/// The window of the desk on a simulated server with the demo event.
+/// The window of the desk on a simulated server with the demo event. A model that breaks the rules
+/// of models ends the test.
 struct DeskBench
 {
     DeskBench()
@@ -34,6 +39,12 @@ struct DeskBench
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&window, key, modifiers);
+    }
+    void click(char const *button)
+    {
+        for (QToolButton *one : window.findChildren<QToolButton *>())
+            if (one->text() == QLatin1String(button))
+                QTest::mouseClick(one, Qt::LeftButton);
     }
     ChannelTile *tile(VCTP3::Channel channel)
     {
@@ -83,4 +94,9 @@ struct DeskBench
     VeskSim server;
     Glint hub{false};
     DeskWindow window;
+    static constexpr auto fatal = QAbstractItemModelTester::FailureReportingMode::Fatal;
+    QAbstractItemModelTester clips{window.clips(), fatal};
+    QAbstractItemModelTester found_clips{
+        window.findChild<QComboBox *>(QStringLiteral("clip to cue"))->model(), fatal};
+    QAbstractItemModelTester alerts{window.findChild<AlertList *>()->model(), fatal};
 };
