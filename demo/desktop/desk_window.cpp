@@ -10,6 +10,7 @@
 #include "demo/desktop/server_page.h"
 #include "demo/desktop/transport_bar.h"
 
+#include <QAction>
 #include <QTabBar>
 #include <QVBoxLayout>
 
@@ -62,6 +63,18 @@ void DeskWindow::make_pages()
     pages->addTab(configuration_page, QStringLiteral("Configuration"));
     log_page = new LogPage(pages);
     pages->addTab(log_page, QStringLiteral("Log"));
+    add_page_keys();
+}
+
+/// Ctrl+1 for the first.
+void DeskWindow::add_page_keys()
+{
+    for (int page = 0; page < pages->count(); ++page) {
+        auto *press = new QAction(this);
+        press->setShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + page)));
+        connect(press, &QAction::triggered, pages, [this, page] { pages->setCurrentIndex(page); });
+        addAction(press);
+    }
 }
 
 QWidget *DeskWindow::make_channel_page()

@@ -38,6 +38,7 @@ public:
 
 private:
     void make_pages();
+    void add_page_keys();
     QWidget *make_channel_page();
     void show_liveness();
     void write_log();

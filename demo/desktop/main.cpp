@@ -39,7 +39,8 @@ void add_options(QCommandLineParser *parser)
         "Keys: arrows move, with Shift they gang channels, as clicks with Ctrl do, Ctrl+A gangs\n"
         "all, Escape ends that; Space plays, K stops, J and L shuttle, comma and period jog by a\n"
         "field, R records, C cues the chosen clip, Page Up and Page Down choose another, F looks\n"
-        "for one by its name: Return takes it, Escape shows them all again.\n"
+        "for one by its name: Return takes it, Escape shows them all again. Ctrl+1 to Ctrl+5\n"
+        "choose the page.\n"
         "\n"
         "Exit codes: 0 done, 1 the picture could not be written, 2 usage."));
     parser->addOptions({

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void the_tile_shows_timecode_and_what_remains();
     void the_meter_shows_the_levels();
     void the_tile_follows_the_tally();
+    void keys_choose_the_page();
     void the_bar_names_the_server();
     void values_are_stale_while_the_server_is_gone();
     void an_output_shows_the_channel_that_feeds_it();
@@ -318,6 +319,23 @@ void TestDeskWindow::the_tile_follows_the_tally()
         [](VeskWorld &world) { world.dictionary.set(AString::l1("Tally3"), AString::l1("red")); });
     QTRY_VERIFY(stripe() != before);
     QVERIFY(stripe().red() > 2 * stripe().green());
+}
+
+void TestDeskWindow::keys_choose_the_page()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    auto *pages = desk.window.findChild<QTabWidget *>();
+    QCOMPARE(desk.window.page_titles().size(), 5);
+    for (int page : {4, 2, 0, 3, 1}) {
+        desk.press(Qt::Key(Qt::Key_1 + page), Qt::ControlModifier);
+        QCOMPARE(pages->currentIndex(), page);
+    }
+    // The transport is not at hand where it does not show.
+    QSignalSpy played(
+        desk.window.findChild<QAction *>(QStringLiteral("Play")), &QAction::triggered);
+    desk.press(Qt::Key_Space);
+    QCOMPARE(played.count(), 0);
 }
 
 void TestDeskWindow::the_bar_names_the_server()
