@@ -4,6 +4,7 @@
 #include <QMutexLocker>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -69,7 +70,7 @@ std::vector<ASignalRouter::Route> ASignalRouter::take_routes(
     {
         QMutexLocker const locker(&mutex);
         auto const rest = std::stable_partition(routes.begin(), routes.end(), std::not_fn(which));
-        taken.assign(rest, routes.end());
+        std::move(rest, routes.end(), std::back_inserter(taken));
         routes.erase(rest, routes.end());
         for (Route const &route : taken)
             if (std::none_of(routes.begin(), routes.end(),
