@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ATarnLib/glint/channel_monitor.h"
 #include "ATarnLib/glint/glint_channel_monitor.h"
 #include "sim/vesk/vesk_channel_reports.h"
 #include "sim/vesk/vesk_world.h"
 
 #include <QString>
 
+#include <algorithm>
 #include <vector>
 
 /// What a layer of a channel shows.
@@ -20,6 +22,14 @@ struct LayerShown
     std::vector<unsigned int> levels;
 
     friend bool operator==(LayerShown const &, LayerShown const &) = default;
+
+    /// With the highest level alone.
+    LayerShown with_highest() const
+    {
+        LayerShown result = *this;
+        result.levels = {*std::max_element(levels.begin(), levels.end())};
+        return result;
+    }
 };
 
 /// What a channel shows by its twelve reports.
@@ -125,4 +135,33 @@ private:
     }
 
     ChannelShown values;
+};
+
+/// The same of a monitor that an application has made: the first layer, and the highest level.
+class OwnMirror : public QObject
+{
+public:
+    OwnMirror(Glint *hub, VCTP3::Channel channel)
+    {
+        using M = ChannelMonitor;
+        monitor.config(hub, channel);
+        keep(&M::sig_status, &values.status);
+        keep(&M::sig_clipid, &values.clip);
+        keep(&M::sig_speed, &values.speed);
+        keep(&M::sig_clip_position, &values.position);
+        keep(&M::sig_channel_information, &values.information);
+        connect(
+            &monitor, &M::sig_peak, this, [this](unsigned int level) { values.levels = {level}; });
+    }
+
+    LayerShown const &shown() const { return values; }
+
+private:
+    template <typename Signal, typename Value> void keep(Signal signal, Value *kept)
+    {
+        connect(&monitor, signal, this, [kept](Value const &told) { *kept = told; });
+    }
+
+    ChannelMonitor monitor;
+    LayerShown values;
 };

@@ -165,6 +165,8 @@ struct RestartBench : HubBench
             channels.push_back(std::make_unique<ChannelMirror>(hub->get_channel_monitor(i)));
             connect_output(i);
         }
+        for (unsigned int i = 0; i < own_count; ++i)
+            own_channels.push_back(std::make_unique<OwnMirror>(hub.get(), static_cast<Channel>(i)));
         for (QString const &name : configuration_names())
             hub->get_cf_model()->get_item(name);
         for (QString const &key : dictionary_keys())
@@ -204,6 +206,9 @@ struct RestartBench : HubBench
             result += difference(i, "channel", channels[i]->shown(), held[i]);
             result += output_difference(i, held);
         }
+        for (unsigned int i = 0; i < own_count; ++i)
+            if (!(own_channels[i]->shown() == held[i].normal.with_highest()))
+                result += QStringLiteral("own channel %1; ").arg(i);
         if (!(settings_shown() == settings))
             result += settings_shown().text() + QStringLiteral("; ") + settings.text();
         for (auto const &[name, alert] : shaker.alerts())
@@ -213,6 +218,8 @@ struct RestartBench : HubBench
     }
 
 private:
+    static constexpr unsigned int own_count = 12;
+
     static VeskSimOptions demo_event()
     {
         VeskSimOptions options;
@@ -289,6 +296,7 @@ private:
     AlertModel *const alerts;
     QObject listener;
     std::vector<std::unique_ptr<ChannelMirror>> channels;
+    std::vector<std::unique_ptr<OwnMirror>> own_channels;
     std::array<QString, Glint::channel_count> output_clips;
     std::array<unsigned int, Glint::channel_count> output_positions{};
 };
