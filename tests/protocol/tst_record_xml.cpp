@@ -36,6 +36,7 @@ private Q_SLOTS:
     void reads_a_timecode_without_options();
     void reads_a_flag_by_its_presence();
     void ignores_unknown_children();
+    void finds_fields_in_any_order();
     void counts_a_vector_before_reading();
     void ends_a_vector_at_a_bad_item();
     void fails_on_a_field_that_comes_twice();
@@ -359,6 +360,23 @@ void TestRecordXml::ignores_unknown_children()
     QVERIFY(read_element(
         tree_of("<KeyList><Key>a</Key><New/><Key/></KeyList>"), l1("KeyList"), &keys, nullptr));
     QCOMPARE(keys, (std::list<AString>{l1("a"), AString()}));
+}
+
+void TestRecordXml::finds_fields_in_any_order()
+{
+    ChannelInformation information;
+    QVERIFY(read_element(
+        tree_of("<ChannelInformation><Angle>3</Angle><NaturalSpeed>2X</NaturalSpeed>"
+                "<ClipID>a</ClipID><LoopIn>7</LoopIn><Loop>auto</Loop><ClipLength>9</ClipLength>"
+                "</ChannelInformation>"),
+        l1("ChannelInformation"), &information, nullptr));
+    QCOMPARE(information.clip_id, l1("a"));
+    QCOMPARE(information.cliplength, 9U);
+    QVERIFY(information.has_loop && information.loop == Loop::auto_);
+    QCOMPARE(information.loopin, 7U);
+    QCOMPARE(int(information.angle), 3);
+    QCOMPARE(information.natural_speed, 131072);
+    QVERIFY(!information.has_loopout && !information.has_angle_count && !information.has_direction);
 }
 
 void TestRecordXml::counts_a_vector_before_reading()

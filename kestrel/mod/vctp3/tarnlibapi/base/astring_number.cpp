@@ -151,6 +151,33 @@ bool read_ratio(AString text, int *out)
     return true;
 }
 
+/// Reads what is written by `from_speed`, with few enough digits that nothing overflows: false for
+/// any other text, whether it is a speed or not.
+bool read_plain_speed(AString const &text, int *out)
+{
+    AChar const *at = flat_text(text);
+    if (!at || text.length() > 18)
+        return false;
+    AChar const *const end = at + text.length();
+    bool const minus = *at == AChar(U'-');
+    at += minus ? 1 : 0;
+    std::uint64_t whole = 0;
+    AChar const *const first = at;
+    for (; at != end && at->is_digit(); ++at)
+        whole = whole * 10 + (at->ord() - U'0');
+    std::uint64_t fraction = 0;
+    std::uint64_t scale = 1;
+    bool const has_whole = at != first;
+    if (at != end && *at == AChar(U'.'))
+        for (++at; at != end && at->is_digit() && scale < 1000000000; ++at, scale *= 10)
+            fraction = fraction * 10 + (at->ord() - U'0');
+    if (!has_whole || whole > 32766 || at == end || *at != AChar(U'X') || at + 1 != end)
+        return false;
+    auto const speed = static_cast<int>(whole << 16 | (fraction << 16) / scale);
+    *out = minus ? -speed : speed;
+    return true;
+}
+
 } // namespace
 
 bool AString::to_int8_t(std::int8_t *out) const
@@ -236,10 +263,15 @@ AString AString::from_uint64_t(std::uint64_t value, long long width, AChar fill)
 
 bool AString::to_speed(int *out) const
 {
+    int speed = 0;
+    if (read_plain_speed(*this, &speed)) {
+        if (out)
+            *out = speed;
+        return true;
+    }
     AString const text = despace();
     if (text.empty())
         return false;
-    int speed = 0;
     if (text.lastchar() == AChar(U'X')) {
         if (!read_ratio(text.remove_end(1), &speed))
             return false;

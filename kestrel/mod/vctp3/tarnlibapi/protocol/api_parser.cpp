@@ -3,6 +3,7 @@
 
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/leaf_xml.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/tag_table_p.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_document_p.h"
 
 namespace VCTP3 {
 
@@ -38,7 +39,9 @@ void APIParser::parse(XMLTree const &message)
     XMLTree const *command = nullptr;
     Handler const *handler = nullptr;
     for (XMLTree const &child : message.children()) {
-        Handler const *known = table.find(child.get_tag());
+        XMLNode const *node = XMLAccess::node(child);
+        Handler const *known
+            = node && node->named ? table.find(&node->name->text) : table.find(child.get_tag());
         if (!known)
             continue;
         if (handler) {

@@ -26,61 +26,51 @@ public:
     bool ok() const { return element != nullptr; }
 
     /// A required field.
-    template <typename T> void need(Word tag, T *out)
-    {
-        if (!element)
-            return;
-        XMLTree const *child = only_child(tag);
-        if (child && read_element(*child, word(tag), out, nullptr))
-            return;
-        if (!read_element(*element, word(tag), out, error))
-            element = nullptr;
-    }
-    void need_speed(Word tag, int *out)
-    {
-        if (!element)
-            return;
-        XMLTree const *child = only_child(tag);
-        if (child && read_speed(*child, word(tag), out, nullptr))
-            return;
-        if (!read_speed(*element, word(tag), out, error))
-            element = nullptr;
-    }
+    template <typename T> void need(Word tag, T *out) { need(word(tag), out); }
+    void need_speed(Word tag, int *out) { need_speed(word(tag), out); }
     /// An optional field: it must be right where it is there.
     template <typename T> void take(Word tag, bool *has, T *out)
     {
-        if ((*has = there(tag)))
-            need(tag, out);
+        AString const &name = word(tag);
+        if ((*has = there(name)))
+            need(name, out);
     }
     void take_speed(Word tag, bool *has, int *out)
     {
-        if ((*has = there(tag)))
-            need_speed(tag, out);
+        AString const &name = word(tag);
+        if ((*has = there(name)))
+            need_speed(name, out);
     }
     template <typename T> void take(Word tag, AOption<T> *out)
     {
+        AString const &name = word(tag);
         T value{};
-        if (!there(tag))
+        if (!there(name))
             return;
-        need(tag, &value);
+        need(name, &value);
         if (element)
             *out = std::move(value);
     }
     void take_speed(Word tag, AOption<int> *out)
     {
+        AString const &name = word(tag);
         int value = 0;
-        if (!there(tag))
+        if (!there(name))
             return;
-        need_speed(tag, &value);
+        need_speed(name, &value);
         if (element)
             *out = value;
     }
-    void flag(Word tag, bool *out) { *out = there(tag); }
+    void flag(Word tag, bool *out) { *out = there(word(tag)); }
     /// A field whose failure counts as absence.
     template <typename T> void attempt(Word tag, AOption<T> *out)
     {
+        AString const &name = word(tag);
         T value{};
-        if (element && read_element(*element, word(tag), &value, nullptr))
+        if (!element)
+            return;
+        XMLTree const *child = only_child(name);
+        if (read_element(child ? *child : *element, name, &value, nullptr))
             *out = std::move(value);
     }
 
@@ -91,15 +81,38 @@ private:
         XMLTree const *tree;
     };
 
+    template <typename T> void need(AString const &name, T *out)
+    {
+        if (!element)
+            return;
+        XMLTree const *child = only_child(name);
+        if (child && read_element(*child, name, out, nullptr))
+            return;
+        if (!read_element(*element, name, out, error))
+            element = nullptr;
+    }
+    void need_speed(AString const &name, int *out)
+    {
+        if (!element)
+            return;
+        XMLTree const *child = only_child(name);
+        if (child && read_speed(*child, name, out, nullptr))
+            return;
+        if (!read_speed(*element, name, out, error))
+            element = nullptr;
+    }
     void look_at_children();
-    /// The only child of that tag; null as well where the index cannot tell.
-    XMLTree const *only_child(Word tag) const;
-    bool there(Word tag) const;
+    unsigned int find(AString const *name) const;
+    /// The only child of that name, a word's; null as well where the index cannot tell.
+    XMLTree const *only_child(AString const &name) const;
+    bool there(AString const &name) const;
 
     AString *const error;
     XMLTree const *element; // null after a failure
     bool indexed = false; // all children are in the index, and the element has no field's tag
+    bool all_differ = true; // no two children in the index have one name
     unsigned int count = 0;
+    mutable unsigned int next = 0; // behind the child that was found last
     std::array<Child, 48> children;
 };
 

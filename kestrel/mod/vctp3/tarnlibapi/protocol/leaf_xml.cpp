@@ -3,30 +3,47 @@
 
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_format.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/leaf_xml_p.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_document_p.h"
 
+#include <algorithm>
 #include <iterator>
 #include <limits>
+#include <span>
+#include <string_view>
 
 namespace VCTP3 {
 
 namespace {
 
-/// Reads what a server writes, digits and nothing else, without making a string of it. The digits
-/// are few enough that the number cannot overflow.
-bool plain_number(AString const &text, unsigned long long *out)
+/// The text of a parsed leaf where it lies, so that no string has to be made of it. Empty for any
+/// other element, and for the few that lie across two runs.
+std::span<AChar const> text_in_place(XMLTree const &element)
 {
-    AChar const *run = nullptr;
-    unsigned long long const length = text.linear_access(text.get_first_position(), &run);
-    if (length == 0 || length > 18 || length != text.length())
+    XMLNode const *node = XMLAccess::node(element);
+    AChar const *run = node ? node->document()->run(node->text) : nullptr;
+    return run ? std::span(run, node->text.length) : std::span<AChar const>();
+}
+
+/// Reads what a server writes, digits and nothing else. They are few enough that the number cannot
+/// overflow.
+bool plain_number(std::span<AChar const> text, unsigned long long *out)
+{
+    if (text.empty() || text.size() > 18)
         return false;
     unsigned long long value = 0;
-    for (unsigned long long i = 0; i < length; ++i) {
-        if (!run[i].is_digit())
+    for (AChar digit : text) {
+        if (!digit.is_digit())
             return false;
-        value = value * 10 + (run[i].ord() - U'0');
+        value = value * 10 + (digit.ord() - U'0');
     }
     *out = value;
     return true;
+}
+
+bool is_text(std::span<AChar const> text, std::u32string_view expected)
+{
+    return std::equal(text.begin(), text.end(), expected.begin(), expected.end(),
+        [](AChar a, char32_t b) { return a.ord() == b; });
 }
 
 bool bad_value(AString *error, XMLTree const &element, AString const &text)
@@ -42,14 +59,13 @@ bool read_number(XMLTree const &parent, AString const &tag, bool (AString::*conv
     XMLTree const *element = find_element(parent, tag, error);
     if (!element)
         return false;
-    AString const content = element->get_content();
     unsigned long long plain = 0;
-    if (plain_number(content, &plain)
+    if (plain_number(text_in_place(*element), &plain)
         && plain <= static_cast<unsigned long long>(std::numeric_limits<T>::max())) {
         *out = static_cast<T>(plain);
         return true;
     }
-    AString const text = content.despace();
+    AString const text = element->get_content().despace();
     return (text.*convert)(out) || bad_value(error, *element, text);
 }
 
@@ -71,6 +87,9 @@ bool fail_reading(AString *error, AString const &text)
 
 XMLTree const *find_element(XMLTree const &parent, AString const &tag, AString *error)
 {
+    XMLNode const *node = XMLAccess::node(parent);
+    if (node && node->named && &node->name->text == &tag)
+        return &parent; // the caller has found it, by a word of the protocol
     if (parent.has_tag(tag))
         return &parent;
     XMLTree const *found = nullptr;
@@ -132,6 +151,11 @@ bool read_element(XMLTree const &parent, AString const &tag, bool *out, AString 
     XMLTree const *element = find_element(parent, tag, error);
     if (!element)
         return false;
+    auto const plain = text_in_place(*element);
+    if (is_text(plain, U"true") || is_text(plain, U"false")) {
+        *out = plain.size() == 4;
+        return true;
+    }
     AString const text = element->get_content().despace();
     int named = 0;
     long long number = 0;

@@ -28,6 +28,10 @@ public:
             while (slots[at].row)
                 at = (at + 1) % size;
             slots[at] = {&row, word(row.tag)};
+            at = place(&word(row.tag));
+            while (words[at].row)
+                at = (at + 1) % size;
+            words[at] = {&row, &word(row.tag)};
         }
     }
 
@@ -41,6 +45,16 @@ public:
         return nullptr;
     }
 
+    /// The same for the one string of a word, as parsed elements have it.
+    Value const *find(AString const *tag) const
+    {
+        for (std::size_t at = place(tag); words[at].row; at = (at + 1) % size) {
+            if (words[at].tag == tag)
+                return &words[at].row->value;
+        }
+        return nullptr;
+    }
+
 private:
     static constexpr std::size_t size = 512;
 
@@ -49,7 +63,17 @@ private:
         Row const *row = nullptr;
         AString tag;
     };
+    struct WordSlot
+    {
+        Row const *row = nullptr;
+        AString const *tag = nullptr;
+    };
 
+    static std::size_t place(AString const *tag)
+    {
+        auto const address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(tag));
+        return (address * 0x9e3779b97f4a7c15u) >> 55;
+    }
     std::size_t place(AString const &tag) const
     {
         std::uint32_t hash = 2166136261U;
@@ -65,6 +89,7 @@ private:
     }
 
     std::array<Slot, size> slots;
+    std::array<WordSlot, size> words;
 };
 
 } // namespace VCTP3

@@ -17,13 +17,13 @@ public:
     {
         names.reserve(count);
         for (std::string_view text : texts)
-            names.emplace_back(text.data()); // each is a literal, so a NUL follows
+            names.push_back(&XMLName(text.data()).text()); // each is a literal, so a NUL follows
     }
 
-    AString const &operator[](unsigned int index) const { return names[index].text(); }
+    AString const &operator[](unsigned int index) const { return *names[index]; }
 
 private:
-    std::vector<XMLName> names;
+    std::vector<AString const *> names; // as long as the process
 };
 
 } // namespace VCTP3

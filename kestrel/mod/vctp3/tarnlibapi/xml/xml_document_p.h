@@ -106,6 +106,9 @@ struct XMLDocument
     void release_block();
 
     AString slice(XMLSlice at) const { return AString(text, at.start, at.length); }
+    /// The code points of a slice, for as long as the document; null for none, and where they do
+    /// not lie in one run.
+    AChar const *run(XMLSlice at) const;
     AList<XMLTree> const &subnodes(XMLNode const &node);
     XMLTree::Attributes const &attributes_of(XMLNode const &node);
     XMLTree::Attributes make_attributes(XMLNode const &node) const;
@@ -203,6 +206,15 @@ constexpr std::size_t XMLDocument::header_size()
 {
     static_assert(sizeof(XMLDocument) % alignof(XMLNode) == 0);
     return sizeof(XMLDocument);
+}
+
+inline AChar const *XMLDocument::run(XMLSlice at) const
+{
+    if (at.length == 0)
+        return nullptr;
+    std::uint32_t index = 0;
+    AStringChunk const *chunk = text->chunk_at(at.start, &index);
+    return at.length <= chunk->used - index ? chunk->text() + index : nullptr;
 }
 
 inline XMLDocument *XMLNode::document() const
