@@ -10,6 +10,8 @@
 #include "demo/desktop/server_page.h"
 #include "demo/desktop/transport_bar.h"
 
+#include <Tarn/CFModel>
+
 #include <QAction>
 #include <QTabBar>
 #include <QVBoxLayout>
@@ -36,6 +38,7 @@ DeskWindow::DeskWindow(Glint *server)
     make_pages();
     write_log();
     connect(&server_link, &ServerLink::changed, this, &DeskWindow::show_liveness);
+    connect(hub->get_cf_model(), &CFModel::fully_scanned, this, &DeskWindow::show_liveness);
     show_liveness();
 }
 
@@ -48,8 +51,16 @@ void DeskWindow::show_liveness()
         widget->setEnabled(is_live);
     server_page->set_live(is_live);
     for (TileGrid *wall : QList<TileGrid *>{channel_wall, output_wall})
-        wall->set_hint(is_live ? QStringLiteral("No channel is configured")
-                               : QStringLiteral("Waiting for the server"));
+        wall->set_hint(hint());
+}
+
+/// Why there may be no tile.
+QString DeskWindow::hint() const
+{
+    if (!server_link.is_live())
+        return QStringLiteral("Waiting for the server");
+    return hub->get_cf_model()->is_fully_scanned() ? QStringLiteral("No channel is configured")
+                                                   : QStringLiteral("Reading the configuration");
 }
 
 void DeskWindow::make_pages()

@@ -41,6 +41,7 @@ private:
     void add_page_keys();
     QWidget *make_channel_page();
     void show_liveness();
+    QString hint() const;
     void write_log();
 
     Glint *const hub;

@@ -163,8 +163,14 @@ void TestDeskWall::pages_say_what_they_wait_for()
     desk.window.show();
     auto const hint = [&] { return DeskBench::text(desk.window.wall(), "hint"); };
     QCOMPARE(hint(), QStringLiteral("Waiting for the server"));
+    QStringList hints;
+    connect(desk.window.link(), &ServerLink::changed, this, [&] { hints << hint(); });
     desk.hub.set_server(desk.server.address());
     QTRY_COMPARE(hint(), QStringLiteral("No channel is configured"));
+    // The configuration is read behind what the live state waits for.
+    QCOMPARE(hints,
+        (QStringList{QStringLiteral("Waiting for the server"),
+            QStringLiteral("Reading the configuration")}));
     QVERIFY(desk.window.wall()->findChild<QLabel *>(QStringLiteral("hint"))->isVisible());
 }
 
