@@ -2,6 +2,7 @@
 #include "demo/desktop/clip_list.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace VCTP3;
 
@@ -10,25 +11,49 @@ ClipList::ClipList(Glint *server, QObject *parent)
     , hub(server)
 {
     connect(hub, &Glint::connected, this, &ClipList::connected);
-    connect(
-        hub, &Glint::report_clip_created, this, [this](AString const &id) { add(QString(id)); });
-    connect(
-        hub, &Glint::report_clip_deleted, this, [this](AString const &id) { remove(QString(id)); });
+    connect(hub, &Glint::report_clip_created, this, [this](AString const &id) {
+        changed({QString(id), true});
+    });
+    connect(hub, &Glint::report_clip_deleted, this, [this](AString const &id) {
+        changed({QString(id), false});
+    });
     connect(&answers, &CallbackGroup_set2::sig_clipid, this,
         [this](AString const &id) { arriving.append(QString(id)); });
     connect(&answers, &CallbackGroup_set2::sig_ok, this, [this] {
         arriving.sort();
         take(arriving);
+        end_reading();
         Q_EMIT complete();
     });
+    connect(&answers, &CallbackGroup_set2::sig_error, this, &ClipList::end_reading);
 }
 
 void ClipList::connected()
 {
     arriving.clear();
+    meanwhile.clear();
+    is_reading = true;
     // Registered before it is read, so that no clip is made unseen in between.
     hub->cmd_report_register(ReportType::clip_change);
     hub->cmd_download_clipids(answers);
+}
+
+void ClipList::end_reading()
+{
+    is_reading = false;
+    for (Change const &change : std::exchange(meanwhile, {}))
+        changed(change);
+}
+
+/// A report may overtake the list, which then is of before.
+void ClipList::changed(Change const &change)
+{
+    if (is_reading)
+        meanwhile.append(change);
+    else if (change.is_there)
+        add(change.id);
+    else
+        remove(change.id);
 }
 
 /// Those that stay are not touched, so that what a view has chosen among them stays chosen.

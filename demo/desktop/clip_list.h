@@ -20,12 +20,22 @@ Q_SIGNALS:
     void complete();
 
 private:
+    struct Change
+    {
+        QString id;
+        bool is_there;
+    };
+
     void connected();
+    void end_reading();
+    void changed(Change const &change);
     void take(QStringList const &ids);
     void add(QString const &id);
     void remove(QString const &id);
 
     Glint *const hub;
     VCTP3::CallbackGroup_set2 answers;
+    bool is_reading = false;
     QStringList arriving;
+    QList<Change> meanwhile;
 };

@@ -14,6 +14,8 @@ class TestDeskClips : public QObject
 
 private Q_SLOTS:
     void clips_that_come_and_go_are_in_the_list();
+    void what_changes_while_the_list_is_read_is_not_lost();
+    void a_list_that_is_refused_leaves_the_one_before();
     void typing_leaves_the_clips_that_hold_it_data();
     void typing_leaves_the_clips_that_hold_it();
     void the_clip_that_was_found_is_cued();
@@ -55,6 +57,45 @@ void TestDeskClips::clips_that_come_and_go_are_in_the_list()
     QTRY_COMPARE(desk.window.clips()->stringList().first(), QStringLiteral("Aaa"));
     desk.hub.cmd_delete_clip(AString::l1("Aaa"));
     QTRY_COMPARE(desk.window.clips()->stringList().first(), QStringLiteral("Bank 1/101-01"));
+}
+
+void TestDeskClips::what_changes_while_the_list_is_read_is_not_lost()
+{
+    ClipBench desk;
+    QVERIFY(desk.open());
+    auto const has = [&](char const *id) {
+        std::vector<AString> const ids = desk.server.clip_ids();
+        return std::find(ids.begin(), ids.end(), AString::l1(id)) != ids.end();
+    };
+    // Answers wait from here on, reports do not.
+    desk.server.delay_replies(1);
+    desk.server.drop_connections();
+    QTRY_COMPARE(desk.server.counters().count("download_clipids"), 2U);
+    APIQt other;
+    other.connect_to_server(desk.server.address());
+    QTRY_VERIFY(other.is_connected());
+    other.cmd_create_clip(AString::l1("Aaa"), TrackSet(TrackType::video), 100U);
+    other.cmd_delete_clip(AString::l1("Bank 1/101-01"));
+    QTRY_VERIFY(has("Aaa") && !has("Bank 1/101-01"));
+    desk.server.clear_faults();
+    QTRY_VERIFY(desk.is_live());
+    QTRY_COMPARE(desk.window.clips()->stringList().mid(0, 2),
+        (QStringList{QStringLiteral("Aaa"), QStringLiteral("Bank 1/101-02")}));
+    QCOMPARE(desk.window.clips()->rowCount(), int(desk.server.clip_ids().size()));
+}
+
+void TestDeskClips::a_list_that_is_refused_leaves_the_one_before()
+{
+    ClipBench desk;
+    QVERIFY(desk.open());
+    int const before = desk.window.clips()->rowCount();
+    desk.server.fail_command("download_clipids", "not today");
+    desk.server.drop_connections();
+    QTRY_VERIFY(!desk.is_live());
+    QTRY_VERIFY(desk.is_live());
+    QCOMPARE(desk.window.clips()->rowCount(), before);
+    desk.hub.cmd_create_clip(AString::l1("Aaa"), TrackSet(TrackType::video), 100U);
+    QTRY_COMPARE(desk.window.clips()->rowCount(), before + 1);
 }
 
 void TestDeskClips::typing_leaves_the_clips_that_hold_it_data()
