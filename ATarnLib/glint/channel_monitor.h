@@ -18,7 +18,9 @@ class Glint;
 /// the server says to that is the new listener's first value. When the connection is lost all
 /// values go back to their defaults, so that a display goes blank.
 ///
-/// `GlintChannelMonitor` does the same for those who need no object of their own.
+/// `GlintChannelMonitor` does the same for those who need no object of their own. A registration is
+/// the connection's: when one object gives a report up, that ends for every other object of the
+/// channel and for the hub's own. So a channel is best shown by one of them.
 /// Thread: the hub's; `timecode_use_add` and `timecode_use_remove` may be called from any.
 class TARN_EXPORT ChannelMonitor : public ASignalMonitor
 {

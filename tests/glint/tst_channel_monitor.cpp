@@ -152,6 +152,7 @@ private Q_SLOTS:
     void listening_registers_and_leaving_unregisters();
     void a_report_stays_while_another_of_its_signals_is_listened_to_data();
     void a_report_stays_while_another_of_its_signals_is_listened_to();
+    void two_objects_of_a_channel_share_its_registrations();
     void a_connection_registers_in_report_order();
     void is_registered_when_configured_while_connected();
     void timecodes_are_emitted_again_while_unconnected();
@@ -273,6 +274,22 @@ void TestChannelMonitor::a_report_stays_while_another_of_its_signals_is_listened
     disconnect(connections.takeFirst());
     QTRY_VERIFY(
         !bench.log.registered().contains(QStringLiteral("B ") + QString::fromLatin1(report)));
+}
+
+void TestChannelMonitor::two_objects_of_a_channel_share_its_registrations()
+{
+    MonitorBench bench;
+    ChannelMonitor other;
+    other.config(bench.hub.get(), Channel::B);
+    QVERIFY(bench.connect());
+    auto const leaving = connect(&bench.monitor, &ChannelMonitor::sig_speed, this, [] {});
+    QList<int> speeds;
+    connect(
+        &other, &ChannelMonitor::sig_speed, this, [&speeds](int speed) { speeds.append(speed); });
+    QVERIFY(bench.sync());
+    QCOMPARE(speeds, QList<int>{0});
+    disconnect(leaving);
+    QTRY_VERIFY(!bench.log.registered().contains(QStringLiteral("B speed")));
 }
 
 void TestChannelMonitor::a_connection_registers_in_report_order()
