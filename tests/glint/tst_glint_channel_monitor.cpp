@@ -519,6 +519,7 @@ void TestGlintChannelMonitor::values_outlive_the_connection()
     connect(monitor, &Monitor::report_status, this,
         [&heard](ChannelStatus status) { heard.append(status); });
     turn();
+    QVERIFY(bench.settle()); // what the server says to the registration has come
     monitor->glint_status(ChannelStatus::play, {});
     bench.server.stop();
     QTRY_VERIFY(!bench.hub->is_connected());
