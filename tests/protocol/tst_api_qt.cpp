@@ -98,6 +98,10 @@ private Q_SLOTS:
     void intercepted_messages_go_no_further();
     void a_subclass_may_act_before_or_instead_of_a_signal();
     void hooks_see_both_ways();
+    void channel_reports_arrive_as_they_were_sent_data();
+    void channel_reports_arrive_as_they_were_sent();
+    void a_bad_channel_report_is_dropped_and_later_ones_go_on();
+    void a_channel_report_outlives_a_disconnect_by_its_slot();
     void a_disconnect_from_inside_ends_the_stream();
     void is_localhost_only_while_connected_to_it();
     void is_localhost_over_a_loopback_address_alone();
@@ -599,6 +603,129 @@ void TestAPIQt::hooks_see_both_ways()
     api.cmd_sync(heard.group);
     QTRY_COMPARE(heard.oks, 2);
     QCOMPARE(seen.size(), 2);
+}
+
+namespace {
+
+/// Texts of the reports that are read on the parser's thread.
+struct ChannelReports
+{
+    explicit ChannelReports(APIQt *api)
+    {
+        hear_layer("", api, &APIQt::report_channel_status, &APIQt::report_channel_clipid,
+            &APIQt::report_channel_speed, &APIQt::report_channel_info);
+        hear_layer("aux_audio_", api, &APIQt::report_channel_aux_audio_status,
+            &APIQt::report_channel_aux_audio_clipid, &APIQt::report_channel_aux_audio_speed,
+            &APIQt::report_channel_aux_audio_info);
+    }
+    QStringList texts;
+
+private:
+    template <typename Status, typename Clip, typename Speed, typename Info>
+    void hear_layer(char const *layer, APIQt *api, Status status, Clip clip, Speed speed, Info info)
+    {
+        auto const note = [this, layer](Channel channel, char const *kind, QString const &value) {
+            texts.append(QLatin1String(layer)
+                + QStringLiteral("%1 %2 %3").arg(QLatin1String(kind)).arg(int(channel)).arg(value));
+        };
+        QObject::connect(api, status, api,
+            [note](Channel channel, ChannelStatus value, AOption<AString> const &id) {
+                note(channel, "status",
+                    QString(ChannelStatus_to_string(value))
+                        + (id ? QLatin1Char(' ') + QString(*id) : QStringLiteral(", no id")));
+            });
+        QObject::connect(api, clip, api,
+            [note](Channel channel, AString const &id) { note(channel, "clipid", QString(id)); });
+        QObject::connect(api, speed, api,
+            [note](Channel channel, int value) { note(channel, "speed", QString::number(value)); });
+        QObject::connect(api, info, api, [note](Channel channel, ChannelInformation const &value) {
+            note(channel, "info",
+                QString(value.clip_id) + QLatin1Char(' ') + QString::number(value.loopin));
+        });
+    }
+};
+
+QByteArray channel_report(QByteArray const &kind, QByteArray const &fields)
+{
+    return "<report><channel_" + kind + "><Channel>B</Channel>" + fields + "</channel_" + kind
+        + "></report>";
+}
+
+} // namespace
+
+void TestAPIQt::channel_reports_arrive_as_they_were_sent_data()
+{
+    QTest::addColumn<QByteArray>("layer");
+    QTest::addColumn<bool>("hooked");
+    QTest::newRow("of a channel") << QByteArray() << false;
+    QTest::newRow("of its auxiliary audio") << QByteArray("aux_audio_") << false;
+    QTest::newRow("of a channel, seen by a hook") << QByteArray() << true;
+    QTest::newRow("of its auxiliary audio, seen by a hook") << QByteArray("aux_audio_") << true;
+}
+
+void TestAPIQt::channel_reports_arrive_as_they_were_sent()
+{
+    QFETCH(QByteArray, layer);
+    QFETCH(bool, hooked);
+    ScriptedServer server;
+    APIQt api;
+    ChannelReports heard(&api);
+    int seen = 0;
+    if (hooked)
+        api.set_receive_debug_hook(
+            {[](void *count, XMLTree const &) { ++*static_cast<int *>(count); }, &seen});
+    api.connect_to_server(server.address());
+    QTRY_COMPARE(server.connections_open(), 1);
+    server.say(channel_report(layer + "status",
+                   "<ChannelStatus>play</ChannelStatus><ClipID>x &amp; y</ClipID>")
+        + channel_report(layer + "status", "<ChannelStatus>idle</ChannelStatus>")
+        + channel_report(layer + "clipid", "<ClipID>c</ClipID>")
+        + channel_report(layer + "speed", "<Speed>-0.5X</Speed>")
+        + channel_report(layer + "info",
+            "<ChannelInformation><ClipID>i</ClipID><LoopIn>7</LoopIn></ChannelInformation>"));
+    QString const before = QString::fromLatin1(layer);
+    QTRY_COMPARE(heard.texts,
+        QStringList({before + QStringLiteral("status 1 play x & y"),
+            before + QStringLiteral("status 1 idle, no id"), before + QStringLiteral("clipid 1 c"),
+            before + QStringLiteral("speed 1 -32768"), before + QStringLiteral("info 1 i 7")}));
+    QCOMPARE(seen, hooked ? 5 : 0);
+}
+
+void TestAPIQt::a_bad_channel_report_is_dropped_and_later_ones_go_on()
+{
+    ScriptedServer server;
+    APIQt api;
+    ChannelReports heard(&api);
+    api.connect_to_server(server.address());
+    QTRY_COMPARE(server.connections_open(), 1);
+    QByteArray const good = channel_report("speed", "<Speed>1X</Speed>");
+    QByteArray twice = good;
+    twice.replace("</report>", good.mid(8));
+    server.say(channel_report("status", "<ChannelStatus>levitating</ChannelStatus>")
+        + channel_report("info", "<ChannelInformation></ChannelInformation>")
+        + channel_report("speed", "<Speed>fast</Speed>") + channel_report("clipid", "") + twice
+        + good);
+    QTRY_COMPARE(heard.texts, QStringList(QStringLiteral("speed 1 65536")));
+}
+
+void TestAPIQt::a_channel_report_outlives_a_disconnect_by_its_slot()
+{
+    ScriptedServer server;
+    APIQt api;
+    QSignalSpy disconnects(&api, &APIQt::disconnected);
+    QStringList ids;
+    connect(&api, &APIQt::report_channel_info, &api,
+        [&](Channel, ChannelInformation const &information) {
+            api.disconnect_from_server();
+            ids.append(QString(information.clip_id));
+        });
+    api.connect_to_server(server.address());
+    QTRY_COMPARE(server.connections_open(), 1);
+    QByteArray const report
+        = channel_report("info", "<ChannelInformation><ClipID>held</ClipID></ChannelInformation>");
+    server.say(report + report);
+    QTRY_COMPARE(disconnects.count(), 1);
+    QCOMPARE(ids, QStringList(QStringLiteral("held")));
 }
 
 void TestAPIQt::a_disconnect_from_inside_ends_the_stream()

@@ -11,6 +11,7 @@
 #include <climits>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <utility>
@@ -197,6 +198,10 @@ private Q_SLOTS:
     void too_many_bytes_are_an_assertion();
     void configuration_after_input_is_an_assertion();
     void configuration_after_reset_is_an_assertion();
+    void what_is_prepared_is_made_on_the_worker_for_each_tree();
+    void what_is_prepared_can_be_taken_once_until_the_next_call();
+    void what_is_prepared_outlives_a_reset_while_it_is_held();
+    void preparation_after_input_is_an_assertion();
 
     void an_error_comes_behind_the_trees_before_it();
     void an_error_at_the_end_of_a_read_comes_at_once();
@@ -361,6 +366,92 @@ void TestXMLParseEngine2::configuration_after_reset_is_an_assertion()
     rig.engine.reset();
     rig.engine.config_tag("c");
     QCOMPARE(log.take(), list({"!flow_begun"}));
+}
+
+namespace {
+
+/// The content of a tree and where it was looked at.
+struct Content : XMLParseEngine2::Prepared
+{
+    QString text;
+    QThread *thread = nullptr;
+};
+
+/// Prepares all trees but those with the content "none".
+std::shared_ptr<XMLParseEngine2::Prepared const> prepare(XMLTree const &tree)
+{
+    auto made = std::make_shared<Content>();
+    made->text = content(tree);
+    made->thread = QThread::currentThread();
+    return made->text == QLatin1String("none") ? nullptr : made;
+}
+
+/// What was prepared of the tree that was got last; empty for nothing.
+QString prepared_text(XMLParseEngine2 &engine)
+{
+    auto const prepared = engine.take_prepared();
+    return prepared ? static_cast<Content const &>(*prepared).text : QString();
+}
+
+} // namespace
+
+void TestXMLParseEngine2::what_is_prepared_is_made_on_the_worker_for_each_tree()
+{
+    XMLParseEngine2 engine(buffer_size);
+    engine.config_tag("a");
+    engine.config_preparation(prepare);
+    engine.input_bytes("<a>1</a><a>none</a><a>3</a>");
+    QCOMPARE(content(next(engine)), QStringLiteral("1"));
+    auto const first = engine.take_prepared();
+    QVERIFY(first);
+    QCOMPARE(static_cast<Content const &>(*first).text, QStringLiteral("1"));
+    QCOMPARE(static_cast<Content const &>(*first).thread, engine.thread());
+    QCOMPARE(content(next(engine)), QStringLiteral("none"));
+    QVERIFY(!engine.take_prepared());
+    QCOMPARE(content(next(engine)), QStringLiteral("3"));
+    QCOMPARE(prepared_text(engine), QStringLiteral("3"));
+}
+
+void TestXMLParseEngine2::what_is_prepared_can_be_taken_once_until_the_next_call()
+{
+    XMLParseEngine2 engine(buffer_size);
+    engine.config_tag("a");
+    engine.config_preparation(prepare);
+    engine.input_bytes("<a>1</a><a>2</a>");
+    QVERIFY(!engine.take_prepared());
+    QCOMPARE(content(next(engine)), QStringLiteral("1"));
+    QCOMPARE(prepared_text(engine), QStringLiteral("1"));
+    QVERIFY(!engine.take_prepared());
+    QCOMPARE(content(next(engine)), QStringLiteral("2"));
+    engine.reset();
+    QVERIFY(!engine.take_prepared());
+}
+
+void TestXMLParseEngine2::what_is_prepared_outlives_a_reset_while_it_is_held()
+{
+    XMLParseEngine2 engine(buffer_size);
+    engine.config_tag("a");
+    engine.config_preparation(prepare);
+    engine.input_bytes("<a>old</a>");
+    QCOMPARE(content(next(engine)), QStringLiteral("old"));
+    auto const held = engine.take_prepared();
+    engine.reset();
+    engine.input_bytes("<a>new</a>");
+    QCOMPARE(content(next(engine)), QStringLiteral("new"));
+    QCOMPARE(static_cast<Content const &>(*held).text, QStringLiteral("old"));
+    QCOMPARE(prepared_text(engine), QStringLiteral("new"));
+}
+
+void TestXMLParseEngine2::preparation_after_input_is_an_assertion()
+{
+    AssertLog log;
+    XMLParseEngine2 engine(buffer_size);
+    engine.config_tag("a");
+    engine.input_bytes("<a>1</a>");
+    engine.config_preparation(prepare);
+    QCOMPARE(log.take(), list({"!flow_begun"}));
+    QCOMPARE(content(next(engine)), QStringLiteral("1"));
+    QVERIFY(!engine.take_prepared());
 }
 
 void TestXMLParseEngine2::an_error_comes_behind_the_trees_before_it()

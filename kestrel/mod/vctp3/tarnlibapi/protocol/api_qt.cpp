@@ -4,6 +4,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/clock.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt_impl_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/callback_group_helper.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/report_ahead_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/xml_parse_engine2.h"
 
 #include <QTcpSocket>
@@ -31,6 +32,8 @@ APIQt::APIQt(QObject *parent)
 {
     parser->config_tag("reply");
     parser->config_tag("report");
+    parser->config_preparation([reader = std::make_shared<ReportReader>()](
+                                   XMLTree const &message) { return reader->read(message); });
     socket->setReadBufferSize(read_buffer_size);
 
     connect_socket();
@@ -202,7 +205,8 @@ void APIQt::slot_xmlReady()
         if (message.is_null())
             return;
         ++total_traffic.messages_received;
-        if (parse_intercept(message))
+        auto const ahead = parser->take_prepared();
+        if (parse_intercept(message) || impl->deliver_ahead(ahead.get()))
             continue;
         impl->parse(message);
         if (!impl->parsed_ok()) {

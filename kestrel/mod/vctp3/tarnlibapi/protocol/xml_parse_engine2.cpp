@@ -18,6 +18,8 @@ constexpr unsigned long long spent_wake_bytes = 256 * 1024;
 
 } // namespace
 
+XMLParseEngine2::Prepared::~Prepared() = default;
+
 XMLParseEngine2::XMLParseEngine2(unsigned long long buffer_size)
     : engine(std::make_unique<XMLParseEngine>(buffer_size))
     , engine_size(engine->available_buffer_space())
@@ -43,6 +45,12 @@ void XMLParseEngine2::config_tag(char const *tag)
 {
     if (A_ASSERT(!flow_begun))
         engine->config_tag(tag);
+}
+
+void XMLParseEngine2::config_preparation(Preparation const &make)
+{
+    if (A_ASSERT(!flow_begun))
+        preparation = make;
 }
 
 void XMLParseEngine2::input_bytes(QByteArray const &bytes)
@@ -117,6 +125,7 @@ void XMLParseEngine2::reset()
     take_output();
     result_state = NoResult;
     result = XMLTree();
+    result_prepared.reset();
 }
 
 void XMLParseEngine2::wake_thread_action()
@@ -173,7 +182,8 @@ unsigned long long XMLParseEngine2::parse(InputQueueEntry const &entry)
         XMLTree tree = engine->get_xml();
         if (!tree.is_null()) {
             unsigned long long const bytes = engine->last_message_bytes();
-            output_new.push_back({entry.generation, std::move(tree), bytes});
+            auto prepared = preparation ? preparation(tree) : nullptr;
+            output_new.push_back({entry.generation, std::move(tree), bytes, std::move(prepared)});
             messages += bytes;
             continue;
         }
@@ -196,7 +206,7 @@ void XMLParseEngine2::send_output_error(unsigned int of_generation)
 {
     // Nothing behind it can be parsed, so it is said once and the rest of the stream is dropped.
     parse_failed = true;
-    output_new.push_back({of_generation, XMLTree(), 0});
+    output_new.push_back({of_generation, XMLTree(), 0, nullptr});
 }
 
 void XMLParseEngine2::publish()
@@ -229,6 +239,7 @@ void XMLParseEngine2::look_for_result()
         return;
     // A copy, as the entry keeps the tree until the worker frees both.
     result = pending_next->tree;
+    result_prepared = pending_next->prepared;
     result_state = result.is_null() ? ParseError : HoldsResult;
     passed_bytes += pending_next->bytes;
     no_longer_waits(pending_next->bytes);

@@ -9,8 +9,10 @@
 #include <QByteArray>
 #include <QObject>
 #include <atomic>
+#include <functional>
 #include <list>
 #include <memory>
+#include <utility>
 
 class ATimer;
 class QThread;
@@ -40,9 +42,20 @@ public:
     /// Waits, without a limit, until the worker has done what it is doing.
     ~XMLParseEngine2() override;
 
+    /// What may be made of a tree on the worker, for whoever takes the tree.
+    struct TARN_EXPORT Prepared
+    {
+        virtual ~Prepared();
+    };
+    using Preparation = std::function<std::shared_ptr<Prepared const>(XMLTree const &tree)>;
+
     /// Adds the name of a root tag. After the first `input_bytes` or `reset`: an assertion, and
     /// nothing is added.
     void config_tag(char const *tag);
+
+    /// Has \a make called on the worker for each tree. After the first `input_bytes` or `reset`: an
+    /// assertion, and nothing is made.
+    void config_preparation(Preparation const &make);
 
     /// Bytes of the current stream, in order. No bytes are no input.
     void input_bytes(QByteArray const &bytes);
@@ -55,6 +68,9 @@ public:
 
     /// The next tree; null when there is none yet, and from an error on.
     XMLTree get_xml();
+    /// What was made of the tree that `get_xml` gave last; null if nothing was. It can be taken
+    /// once, until the next call.
+    std::shared_ptr<Prepared const> take_prepared() { return std::move(result_prepared); }
     /// Whether the next item is not a tree but the end of all: a message that cannot be parsed or
     /// is longer than the buffer. It stays so until `reset`.
     bool parse_error();
@@ -87,6 +103,7 @@ private:
         unsigned int generation;
         XMLTree tree; // null: the stream cannot be parsed
         unsigned long long bytes; // of the message
+        std::shared_ptr<Prepared const> prepared;
     };
     using XMLQueue = std::list<XMLQueueEntry>;
 
@@ -128,6 +145,7 @@ private:
 
     std::unique_ptr<XMLParseEngine> const engine; // worker, once the flow has begun
     unsigned long long const engine_size;
+    Preparation preparation; // worker, once the flow has begun
     bool flow_begun = false; // consumer
     AtomicUnsigned generation;
     AProtect<InputQueue> input_queue;
@@ -138,6 +156,7 @@ private:
     unsigned long long passed_bytes = 0; // consumer: the messages of the spent ones
     ResultState result_state = NoResult; // consumer
     XMLTree result; // consumer
+    std::shared_ptr<Prepared const> result_prepared; // consumer: of the same tree
     bool parse_failed = false; // worker
     std::atomic<unsigned long long> waiting{0}; // bytes from the socket to the consumer
     std::atomic<bool> held_back{false}; // nothing was wanted since it last drained

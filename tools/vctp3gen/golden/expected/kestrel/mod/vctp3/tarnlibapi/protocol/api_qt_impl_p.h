@@ -3,6 +3,7 @@
 #pragma once
 
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/xml_parse_engine2.h"
 
 namespace VCTP3 {
 
@@ -22,6 +23,16 @@ public:
     using API::send;
     using API::stream_of_message;
 
+    /// A hook wants to see each message being parsed.
+    void set_receive_debug_hook(AFunction1<XMLTree const &> const &hook)
+    {
+        has_receive_hook = !hook.is_null();
+        API::set_receive_debug_hook(hook);
+    }
+    /// Calls what `parse` would call for the message that \a prepared was made of. False if there
+    /// is nothing to call, or if a hook is set.
+    bool deliver_ahead(XMLParseEngine2::Prepared const *prepared);
+
 protected:
     void send(void const *data, unsigned long long size) override;
 
@@ -30,6 +41,7 @@ protected:
     void report_names(std::list<AString> const &names) override;
 
 private:
+    bool has_receive_hook = false;
     APIQt *const owner;
 };
 
