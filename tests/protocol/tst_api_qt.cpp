@@ -742,7 +742,7 @@ void TestAPIQt::a_disconnect_from_inside_ends_the_stream()
     QTRY_COMPARE(disconnects.count(), 1);
     QCOMPARE(clips.ids, QStringList({QStringLiteral("a")}));
     api.reconnect();
-    QTRY_COMPARE(server.connections_open(), 1);
+    QTRY_COMPARE(server.connections_made(), 2); // the old one may still be open there
     QTRY_VERIFY(api.is_connected());
     server.say(clip_created("c"));
     QTRY_COMPARE(disconnects.count(), 2);
