@@ -26,7 +26,7 @@ RANK = [
 # core may include them.
 TOOLKIT_SIDE = {CORE + "protocol/" + name for name in (
     "api_qt.h", "api_qt_impl.h", "api_qt_impl_p.h", "callback_groups.h", "callback_group_helper.h",
-    "xml_parse_engine2.h")}
+    "report_ahead.h", "report_ahead_p.h", "xml_parse_engine2.h")}
 # What each root outside the library may include besides itself.
 OUTSIDE = {
     "sim/": (CORE + "base/", CORE + "xml/", CORE + "protocol/", "ATarnLib/base/"),
