@@ -116,15 +116,21 @@ void CFModel::commit_items(QList<CFItemModel *> const &items)
     APIQt *const api = d->api;
     if (!api || !d->up)
         return;
+    QList<CFItemModel *> sent;
     {
         PortableMutexLock const lock(d->commit_mutex);
         QString value;
         for (CFItemModel *item : items)
-            if (item->take_change(&value))
+            if (item->take_change(&value)) {
                 api->cmd_set_configuration(item->get_name(), value);
+                sent.append(item);
+            }
     }
-    // A value that goes back to what the server holds is no change any more.
-    cache_clear();
+    // A value that goes back to what the server holds is no change any more. The server, for which
+    // nothing has changed, may never tell of it.
+    for (CFItemModel *item : sent)
+        if (!item->have_changes())
+            Q_EMIT item->edit_ended();
 }
 
 void CFModel::commit_changes()

@@ -41,7 +41,7 @@ public:
     void config(VCTP3::APIQt *connection);
 
     /// Sends what was typed; does nothing while not connected. What is sent still counts as a
-    /// change until the server tells of it.
+    /// change until the server tells of it, unless it is what the server holds.
     void commit_changes();
     /// The same for the named items alone. Names that nobody asked for are passed over.
     void commit(QStringList const &names);

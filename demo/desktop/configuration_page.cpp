@@ -76,8 +76,9 @@ void ConfigurationPage::add_item(QString const &name, QString const &title)
     grid->addWidget(box, row, 1);
     grid->addWidget(note, row, 2);
     CFItemModel *item = binding->get_item();
-    connect(item, qOverload<>(&CFItemModel::changed), note,
-        [item, note] { note->setText(item_state(item)); });
+    auto const show_note = [item, note] { note->setText(item_state(item)); };
+    connect(item, qOverload<>(&CFItemModel::changed), note, show_note);
+    connect(item, &CFItemModel::edit_ended, note, show_note);
 }
 
 QWidget *ConfigurationPage::make_buttons()

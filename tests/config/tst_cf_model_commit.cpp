@@ -28,11 +28,13 @@ private Q_SLOTS:
     void an_answer_about_changes_is_kept_until_an_item_changes();
     void an_edit_that_ends_without_a_signal_is_seen();
     void a_value_that_goes_back_behind_a_refused_one_is_no_change_once_committed();
+    void a_value_typed_back_is_no_change_where_another_was_committed_before();
     void commits_of_two_threads_send_what_was_typed_last();
     void a_hot_item_sends_every_change_at_once();
     void a_hot_item_sends_the_old_value_behind_a_new_one();
     void a_hot_change_sends_no_cold_item();
     void a_hot_item_that_another_thread_sets_is_sent();
+    void a_hot_change_while_not_connected_waits_for_the_next_one();
 };
 
 namespace {
@@ -229,7 +231,29 @@ void TestCFModelCommit::a_value_that_goes_back_behind_a_refused_one_is_no_change
     QVERIFY(c.sync());
     c.aspect->set(text("16x9"));
     QVERIFY(c.model->have_changes());
+    QSignalSpy ended(c.aspect, &CFItemModel::edit_ended);
+    QSignalSpy changed(c.model, &CFModel::changed);
     c.model->commit_changes();
+    // The server has nothing to tell of it.
+    QCOMPARE(ended.count(), 1);
+    QCOMPARE(changed.count(), 1);
+    QVERIFY(!c.model->have_changes());
+    QVERIFY(c.model->commit_done());
+}
+
+void TestCFModelCommit::a_value_typed_back_is_no_change_where_another_was_committed_before()
+{
+    Editor c;
+    QVERIFY(c.scan());
+    c.panel->set(text("one"));
+    c.model->commit_changes();
+    QVERIFY(c.sync());
+    c.server.with_world(
+        [](VeskWorld &world) { world.configuration.set("ControlPanel_ID0"_a, "two"_a); });
+    QTRY_COMPARE(c.panel->get(), text("two"));
+    c.panel->set(text("three"));
+    QVERIFY(c.model->have_changes());
+    c.panel->set(text("two"));
     QVERIFY(!c.model->have_changes());
     QVERIFY(c.model->commit_done());
 }
@@ -307,6 +331,24 @@ void TestCFModelCommit::a_hot_item_that_another_thread_sets_is_sent()
     }).join();
     QVERIFY(seen);
     QTRY_COMPARE(c.saved("ControlPanel_ID0"), "one"_a);
+}
+
+/// As with any other edit: the next connection does not send it by itself.
+void TestCFModelCommit::a_hot_change_while_not_connected_waits_for_the_next_one()
+{
+    Editor c;
+    QVERIFY(c.scan());
+    c.panel->setHot(true);
+    QVERIFY(c.lose());
+    c.panel->set(text("one"));
+    QVERIFY(c.scan());
+    QVERIFY(c.sync());
+    QCOMPARE(c.count("set_configuration"), 0U);
+    QCOMPARE(c.panel->get(), text("one"));
+    QVERIFY(c.model->have_changes());
+    c.panel->set(text("two"));
+    QVERIFY(c.sync());
+    QCOMPARE(c.saved("ControlPanel_ID0"), "two"_a);
 }
 
 QTEST_GUILESS_MAIN(TestCFModelCommit)

@@ -46,6 +46,7 @@ private Q_SLOTS:
     void an_alert_is_shown_and_logged();
     void a_chosen_setting_waits_for_the_commit();
     void a_revert_takes_back_what_was_chosen();
+    void a_setting_that_goes_back_behind_a_refused_one_leaves_nothing_to_commit();
     void the_board_is_drawn_as_chosen();
     void the_health_of_the_connection_stays_readable();
 };
@@ -488,6 +489,29 @@ void TestDeskWindow::a_revert_takes_back_what_was_chosen()
     QTest::mouseClick(button(&desk, "Revert"), Qt::LeftButton);
     QTRY_COMPARE(box->currentData().toString(), QStringLiteral("16x9"));
     QTRY_VERIFY(!button(&desk, "Revert")->isEnabled());
+}
+
+void TestDeskWindow::a_setting_that_goes_back_behind_a_refused_one_leaves_nothing_to_commit()
+{
+    DeskBench desk;
+    QVERIFY(desk.open());
+    QVERIFY(desk.window.show_page(QStringLiteral("Configuration")));
+    auto *box = desk.window.findChild<QComboBox *>(QStringLiteral("VideoAspectRatio"));
+    QTRY_COMPARE(box->currentData().toString(), QStringLiteral("16x9"));
+    auto const sent = [&] { return desk.server.counters().count("set_configuration"); };
+    desk.server.fail_command("set_configuration", "not today");
+    choose(box, QStringLiteral("4x3"));
+    QTest::mouseClick(button(&desk, "Commit"), Qt::LeftButton);
+    QTRY_COMPARE(sent(), 1U);
+    choose(box, QStringLiteral("16x9"));
+    QVERIFY(button(&desk, "Commit")->isEnabled());
+    QTest::mouseClick(button(&desk, "Commit"), Qt::LeftButton);
+    QVERIFY(!button(&desk, "Commit")->isEnabled());
+    QTRY_COMPARE(sent(), 2U);
+    QCOMPARE(DeskBench::text(&desk.window, "configuration state"),
+        QStringLiteral("All is as the server has it"));
+    for (QLabel *note : desk.window.findChildren<QLabel *>(QStringLiteral("note")))
+        QCOMPARE(note->text(), QString());
 }
 
 void TestDeskWindow::the_board_is_drawn_as_chosen()
