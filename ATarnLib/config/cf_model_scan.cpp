@@ -43,7 +43,7 @@ void CFModel::update()
 bool CFModel::is_fully_scanned() const
 {
     PortableMutexLock const lock(d->mutex);
-    return d->scan_state == Private::Scan::fully_scanned;
+    return d->scan_state == Private::Scan::fully_scanned && d->item_update_needed.empty();
 }
 
 void CFModel::connected()

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void no_items_are_fully_scanned_at_once();
     void is_fully_scanned_when_the_last_item_is_here();
     void an_item_asked_for_later_is_scanned_too();
+    void is_not_fully_scanned_from_when_another_item_is_asked_for();
     void an_unknown_name_is_answered_and_not_asked_again();
     void a_helper_that_fetches_nothing_is_an_assertion();
     void every_connection_registers_for_changes();
@@ -292,6 +293,19 @@ void TestCFModel::an_item_asked_for_later_is_scanned_too()
     QVERIFY(item->have_cf());
 }
 
+void TestCFModel::is_not_fully_scanned_from_when_another_item_is_asked_for()
+{
+    Modelled c;
+    QVERIFY(c.connect());
+    QVERIFY(c.scan());
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    QVERIFY(!c.model->is_fully_scanned());
+    QVERIFY(c.scan());
+    QVERIFY(item->have_cf());
+    c.model->get_item(text("VideoAspectRatio"));
+    QVERIFY(c.model->is_fully_scanned());
+}
+
 void TestCFModel::an_unknown_name_is_answered_and_not_asked_again()
 {
     Modelled c;
@@ -411,7 +425,9 @@ void TestCFModel::an_item_that_the_next_server_does_not_know_is_forgotten()
     CFItemModel *typed = c.model->get_item(text("ControlPanel_ID0"));
     QVERIFY(c.connect());
     QVERIFY(c.scan());
+    c.server.fail_command("set_configuration", "not today");
     typed->set(text("mine"));
+    c.model->commit_changes();
     QVERIFY(c.lose());
     QVERIFY(item->have_cf());
     QSignalSpy changed(item, qOverload<QString const &>(&CFItemModel::changed));
@@ -423,6 +439,9 @@ void TestCFModel::an_item_that_the_next_server_does_not_know_is_forgotten()
     QCOMPARE(changed, (QList<QVariantList>{{QString()}}));
     QVERIFY(!typed->have_cf());
     QCOMPARE(typed->get(), text("mine"));
+    // What was sent to the server before is of no account.
+    typed->set(QString());
+    QVERIFY(!typed->have_changes());
 }
 
 void TestCFModel::a_reconnection_fetches_every_item_again()
