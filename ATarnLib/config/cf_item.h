@@ -11,8 +11,8 @@ class CFModel;
 
 /// Joins a configuration item with a widget: the widget shows what the item reads, and what the
 /// user does to the widget is typed into the item. Each kind of widget has a class of its own.
-/// A binding without a parent belongs to its widget; either may go before the other, and the
-/// model before both.
+/// A binding of one widget that has no parent belongs to the widget; one of several has no owner
+/// but its parent. Widgets and binding may go one before the other, and the model before both.
 /// Thread: that of the widgets.
 class TARN_EXPORT CFItem : public QObject
 {

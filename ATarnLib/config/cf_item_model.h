@@ -53,7 +53,8 @@ public:
     /// Nothing is typed, or the server has saved it already.
     bool commit_done() const;
 
-    /// A hot item sends every change at once; what was typed before waits for the next change.
+    /// A hot item sends every change at once. What was typed before, or while not connected, waits
+    /// for the next change.
     void setHot(bool on);
     bool hot() const;
 

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void another_clients_change_shows_unless_something_is_typed();
     void the_cursor_stays_while_the_text_is_the_same();
     void a_label_shows_the_item_and_saves_its_text();
+    void a_label_shows_what_looks_like_markup_as_it_is();
     void autohide_hides_until_the_item_has_arrived();
     void autohide_shows_a_widget_whose_place_another_takes();
     void autohide_leaves_a_widget_whose_item_is_here();
@@ -137,6 +138,22 @@ void TestCFItem::a_label_shows_the_item_and_saves_its_text()
     binding.save();
     QCOMPARE(b.item(path)->get(), QStringLiteral("/media/b"));
     QCOMPARE(b.committed("Channel_GrowingMxfExportPath0"), QStringLiteral("/media/b"));
+}
+
+void TestCFItem::a_label_shows_what_looks_like_markup_as_it_is()
+{
+    BindingBench b;
+    QLabel label;
+    CFLabel binding(b.model, panel, &label);
+    QString const value = QStringLiteral("<b>A</b> & <img src='none.png'>");
+    b.item(panel)->set(value);
+    QLabel plain;
+    plain.setTextFormat(Qt::PlainText);
+    plain.setText(value);
+    for (QLabel *shown : {&label, &plain})
+        shown->resize(400, 30);
+    QCOMPARE(label.grab().toImage(), plain.grab().toImage());
+    QCOMPARE(label.text(), value);
 }
 
 void TestCFItem::autohide_hides_until_the_item_has_arrived()
@@ -316,11 +333,13 @@ void TestCFItem::a_binding_without_a_widget_is_an_assertion()
     QCOMPARE(asserts.take(), QStringList{QStringLiteral("combo_box != nullptr")});
     CFLineEdit line(b.model, panel, nullptr);
     QCOMPARE(asserts.take(), QStringList{QStringLiteral("line_edit != nullptr")});
+    CFLabel label(b.model, panel, nullptr);
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("text_label != nullptr")});
     CFRadioButtons radio(b.model, panel);
     radio.insert(QStringLiteral("a"), nullptr);
     QCOMPARE(asserts.take(), QStringList{QStringLiteral("button != nullptr")});
     b.item(panel)->set(QStringLiteral("a"));
-    for (CFItem *binding : std::initializer_list<CFItem *>{&check, &combo, &line, &radio})
+    for (CFItem *binding : std::initializer_list<CFItem *>{&check, &combo, &line, &label, &radio})
         binding->send_change();
     QCOMPARE(b.item(panel)->get(), QStringLiteral("a"));
 }
