@@ -109,7 +109,7 @@ unsigned int CFChannelConfig::channel_count() const
 {
     bool is_number = false;
     unsigned int const told = count_item ? count_item->get().toUInt(&is_number) : 0;
-    return is_number ? told : GetMaxUserChannels(spec());
+    return is_number && told <= most_user_channels ? told : GetMaxUserChannels(spec());
 }
 
 bool CFChannelConfig::have_3D() const

@@ -43,8 +43,8 @@ public:
     bool have_cf(unsigned int icf) const;
     /// Whether a quad has a configuration.
     bool present(unsigned int icf) const;
-    /// The number that the server gives for the board; without one, how many user channels the
-    /// items make.
+    /// The number that the server gives for the board; without one from 0 to 40, how many user
+    /// channels the items make.
     unsigned int channel_count() const;
     /// Whether any configuration has angles of a left and a right output.
     bool have_3D() const;

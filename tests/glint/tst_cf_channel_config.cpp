@@ -56,6 +56,7 @@ private Q_SLOTS:
     void follows_a_server();
     void may_be_asked_from_another_thread();
     void a_missing_model_is_an_assertion();
+    void items_of_models_that_have_gone_have_not_arrived();
 };
 
 namespace {
@@ -268,6 +269,8 @@ void TestCFChannelConfig::counts_the_channels_that_the_server_tells()
     QCOMPARE(b.config.channel_count(), 12u);
     b.tell("cf.orchard.0.channel_count", "0");
     QCOMPARE(b.config.channel_count(), 0u);
+    b.tell("cf.orchard.0.channel_count", "40");
+    QCOMPARE(b.config.channel_count(), 40u);
 }
 
 void TestCFChannelConfig::counts_its_own_channels_where_the_server_tells_no_number_data()
@@ -276,6 +279,8 @@ void TestCFChannelConfig::counts_its_own_channels_where_the_server_tells_no_numb
     QTest::newRow("empty") << QString();
     QTest::newRow("words") << text("many");
     QTest::newRow("negative") << text("-1");
+    QTest::newRow("more than there can be") << text("41");
+    QTest::newRow("the greatest") << text("4294967295");
     QTest::newRow("too large") << text("4294967296");
 }
 
@@ -487,6 +492,24 @@ void TestCFChannelConfig::a_missing_model_is_an_assertion()
     QCOMPARE(config.channel_count(), 0U);
     QVERIFY(!config.have_cf());
     QVERIFY(!config.present(0U));
+}
+
+void TestCFChannelConfig::items_of_models_that_have_gone_have_not_arrived()
+{
+    auto hub = std::make_unique<Glint>(false);
+    CFModel *cf_model = CFModel::create(false, hub.get());
+    USModel *us_model = USModel::create(false, hub.get());
+    CFChannelConfig const config(cf_model, us_model, nullptr);
+    cf_model->get_item(item_name(0))->config(item(0, "VVVV"_a));
+    us_model->userdict_change("cf.orchard.0.channel_count"_a, "12"_a);
+    QCOMPARE(config.get(0), ConfigEnum::VVVV);
+    QCOMPARE(config.channel_count(), 12U);
+    hub.reset();
+    QCOMPARE(config.get(0), ConfigEnum::absent);
+    QVERIFY(!config.have_cf(0));
+    QCOMPARE(config.cf_value_list(), QStringList(8, QString()));
+    QCOMPARE(config.channel_count(), 0U);
+    config.debug_out();
 }
 
 QTEST_GUILESS_MAIN(TestCFChannelConfig)
