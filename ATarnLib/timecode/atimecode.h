@@ -24,9 +24,9 @@ namespace Corvane {
 ///   frequency that does not have it, the flag stays, minutes are counted as if fields were left
 ///   out, and the text has the separators of non-dropframe.
 /// - The wire's timecode is such a constructor: its dropframe part is kept as passed.
-/// - At 29.97 Hz with dropframe the first minute of each ten lasts two fields too long, and so do
-///   minutes 1 to 8, as the offset is that of 59.94 Hz: fields 1800 and 1801 read as second 60 of
-///   minute 0, and 1802 reads as minute 1, second 0, frame 4.
+/// - At 29.97 Hz with dropframe the minutes 0 to 8 of each ten end two fields late, as the offset
+///   is that of 59.94 Hz: fields 1800 and 1801 read as second 60 of minute 0, and 1802 reads as
+///   minute 1, second 0, frame 4. The tenth ends in time.
 /// - `fromString` takes a frame as two fields at every frequency, so from 30 Hz down it does not
 ///   read what `toString` wrote.
 /// - Comparison looks at the count alone; an undefined timecode is greater than all others.

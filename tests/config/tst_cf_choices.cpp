@@ -33,6 +33,7 @@ private Q_SLOTS:
     void a_combo_box_shows_a_value_that_it_does_not_offer();
     void a_combo_box_is_filled_anew_only_when_its_options_change();
     void widgets_may_go_before_their_bindings();
+    void the_model_may_go_before_the_bindings();
 };
 
 namespace {
@@ -236,6 +237,8 @@ void TestCFChoices::no_radio_button_is_checked_for_a_value_without_one()
     b.item(aspect)->set(text("21x9"));
     QVERIFY(!narrow->isChecked());
     QVERIFY(!wide->isChecked());
+    // Unchecking them all leaves the buttons as they were otherwise.
+    QVERIFY(group.exclusive() && wide->autoExclusive() && narrow->autoExclusive());
     QCOMPARE(b.item(aspect)->get(), text("21x9"));
     wide->click();
     QCOMPARE(b.item(aspect)->get(), text("16x9"));
@@ -275,6 +278,9 @@ void TestCFChoices::a_radio_button_takes_the_place_of_the_one_before()
     b.item(aspect)->set(text("4x3"));
     QVERIFY(now.isChecked());
     QVERIFY(!before.isChecked());
+    b.item(aspect)->set(text("16x9"));
+    before.click();
+    QCOMPARE(b.item(aspect)->get(), text("16x9"));
 }
 
 void TestCFChoices::a_combo_box_offers_what_the_server_takes()
@@ -358,6 +364,33 @@ void TestCFChoices::widgets_may_go_before_their_bindings()
     radio_binding.send_change();
     combo_binding.send_change();
     QCOMPARE(b.item(enable)->get(), text("Enabled"));
+}
+
+void TestCFChoices::the_model_may_go_before_the_bindings()
+{
+    QCheckBox check;
+    QRadioButton radio;
+    QComboBox combo;
+    auto b = std::make_unique<BindingBench>();
+    CFEnableCheckBox check_binding(b->model, enable, &check);
+    CFRadioButtons radio_binding(b->model, aspect);
+    radio_binding.insert(text("4x3"), &radio);
+    CFComboBox combo_binding(b->model, aspect, &combo);
+    QVERIFY(b->scan());
+    b.reset();
+    check.click();
+    radio.click();
+    combo.setCurrentIndex(1);
+    QVERIFY(check.isChecked() && radio.isChecked());
+    QCOMPARE(combo.currentText(), text("4x3"));
+    for (CFItem *binding :
+        std::initializer_list<CFItem *>{&check_binding, &radio_binding, &combo_binding})
+        binding->send_change();
+    // Without an item there is nothing to offer.
+    combo_binding.add_option(text("16x9"), text("Wide"));
+    QCOMPARE(combo.count(), 0);
+    radio_binding.insert(text("16x9"), &radio);
+    QVERIFY(!radio.isChecked());
 }
 
 QTEST_MAIN(TestCFChoices)

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void widgets_hide_where_the_server_has_no_such_item();
     void the_allowed_values_count_and_not_the_value();
     void a_widget_may_go();
+    void the_model_may_go_before_the_widgets();
     void a_control_panel_has_a_row_for_each();
     void rows_come_and_go_with_the_count();
     void rows_go_both_ways_through_the_server();
@@ -128,6 +129,26 @@ void TestCFShow::a_widget_may_go()
     QVERIFY(b.scan());
     QCOMPARE(page.findChildren<QWidget *>().size(), 1);
     QVERIFY(!page.findChild<QWidget *>()->isHidden());
+}
+
+void TestCFShow::the_model_may_go_before_the_widgets()
+{
+    QWidget page;
+    auto *widget = new QWidget(&page);
+    auto b = std::make_unique<BindingBench>();
+    CFShow show(b->model, aspect);
+    show.add(widget);
+    CFControlPanel panels(b->model);
+    QVERIFY(b->scan());
+    b.reset();
+    QVERIFY(!widget->isHidden());
+    show.add(new QWidget(&page));
+    QVERIFY(widget->isHidden());
+    panels.count_box()->setCurrentText(text("3"));
+    panels.setHot(true);
+    QCOMPARE(panels.panel_count(), 1U);
+    QTest::keyClicks(panels.panel(0)->id_edit(), text("12"));
+    QCOMPARE(panels.panel(0)->id_edit()->text(), text("12"));
 }
 
 void TestCFShow::a_control_panel_has_a_row_for_each()

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void a_text_that_is_no_number_leaves_the_box();
     void a_number_goes_both_ways_through_the_server();
     void the_box_may_go_before_the_binding();
+    void the_model_may_go_before_the_binding();
     void a_binding_without_a_box_is_an_assertion();
 };
 
@@ -214,6 +215,19 @@ void TestCFSpinBox::the_box_may_go_before_the_binding()
     binding.send_change();
     binding.set_fixed(true);
     QCOMPARE(b.item(name)->get(), QStringLiteral("5"));
+}
+
+void TestCFSpinBox::the_model_may_go_before_the_binding()
+{
+    QSpinBox box;
+    auto b = std::make_unique<BindingBench>();
+    CFSpinBox binding(b->model, name, &box, 0, 16);
+    b->item(name)->set(5);
+    b.reset();
+    box.setValue(7);
+    binding.set_fixed(true);
+    binding.send_change();
+    QCOMPARE(box.value(), 7);
 }
 
 void TestCFSpinBox::a_binding_without_a_box_is_an_assertion()
