@@ -87,6 +87,8 @@ private Q_SLOTS:
     void drops_bad_messages_data();
     void drops_bad_messages();
     void keeps_the_first_error_of_a_parse_only();
+    void a_message_within_a_message_keeps_its_error_to_itself_data();
+    void a_message_within_a_message_keeps_its_error_to_itself();
     void runs_the_receive_hook_before_all_else();
     void ignores_what_nobody_overrides();
 
@@ -257,6 +259,51 @@ void TestAPIParser::keeps_the_first_error_of_a_parse_only()
     QVERIFY(!parser.parsed_ok());
     QCOMPARE(parser.parse_error_text(), l1("first"));
     QCOMPARE(parser.parse_error_xid(), l1("1"));
+}
+
+void TestAPIParser::a_message_within_a_message_keeps_its_error_to_itself_data()
+{
+    QTest::addColumn<QByteArray>("inner");
+    QTest::addColumn<QString>("inner_error");
+    QTest::addColumn<bool>("outer_bad");
+    QByteArray const good = "<report><clip_created><ClipID>x</ClipID></clip_created></report>";
+    QString const no_command = QStringLiteral("XML Message contains no commands");
+    QTest::newRow("a bad one in a good one")
+        << QByteArray("<report><what/></report>") << no_command << false;
+    QTest::newRow("a good one in a bad one") << good << QString() << true;
+    QTest::newRow("both bad") << QByteArray("<report><what/></report>") << no_command << true;
+}
+
+/// As when a callback runs an event loop of its own.
+void TestAPIParser::a_message_within_a_message_keeps_its_error_to_itself()
+{
+    QFETCH(QByteArray, inner);
+    QFETCH(QString, inner_error);
+    QFETCH(bool, outer_bad);
+    class Nesting : public APIParser
+    {
+    public:
+        QByteArray inner;
+        AString inner_error;
+        bool bad = false;
+
+    protected:
+        void reply_ok(AString const &xid) override
+        {
+            if (bad)
+                store_error(xid, l1("outer"));
+            parse(tree_of(inner.constData()));
+            inner_error = parse_error_text();
+        }
+    };
+    Nesting parser;
+    parser.inner = inner;
+    parser.bad = outer_bad;
+    parser.parse(tree_of("<reply><xid>1</xid><ok/></reply>"));
+    QCOMPARE(parser.inner_error, AString(inner_error));
+    QCOMPARE(parser.parsed_ok(), !outer_bad);
+    QCOMPARE(parser.parse_error_text(), outer_bad ? l1("outer") : AString());
+    QCOMPARE(parser.parse_error_xid(), outer_bad ? l1("1") : AString());
 }
 
 void TestAPIParser::runs_the_receive_hook_before_all_else()

@@ -5,6 +5,8 @@
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/tag_table_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_document_p.h"
 
+#include <utility>
+
 namespace VCTP3 {
 
 APIParser::APIParser()
@@ -21,8 +23,15 @@ void APIParser::set_receive_debug_hook(AFunction1<XMLTree const &> const &hook)
 void APIParser::parse(XMLTree const &message)
 {
     receive_debug_hook.run(message);
-    first_error = FirstError();
+    FirstError found;
+    FirstError *const outer = std::exchange(running, &found);
+    dispatch(message);
+    running = outer;
+    first_error = std::move(found);
+}
 
+void APIParser::dispatch(XMLTree const &message)
+{
     bool const is_reply = message.has_tag(word(Word::reply));
     if (!is_reply && !message.has_tag(word(Word::report))) {
         store_error(AString(), AString::l1("XML Message is not a <reply> or <report> message"));
@@ -60,11 +69,12 @@ void APIParser::parse(XMLTree const &message)
 
 void APIParser::store_error(AString const &xid, AString const &text)
 {
-    if (!first_error.ok)
+    FirstError &error = running ? *running : first_error;
+    if (!error.ok)
         return;
-    first_error.ok = false;
-    first_error.xid = xid;
-    first_error.text = text;
+    error.ok = false;
+    error.xid = xid;
+    error.text = text;
 }
 
 } // namespace VCTP3
