@@ -154,8 +154,15 @@ void ASignalMonitor::look_for_detached()
             if (entry->listened && !is_listened(signature))
                 gone.push_back(signature);
     }
-    for (QByteArray const &signature : gone)
-        detach(signature);
+    for (QByteArray const &signature : gone) {
+        // A listener may have come again: from another thread, or with the end of another signal.
+        ASignalMonitorInternal *const entry = get_sigentry(signature);
+        entry->listened = false;
+        if (is_listened(signature))
+            entry->listened = true;
+        else
+            Q_EMIT entry->detached(signature);
+    }
 }
 
 bool ASignalMonitor::is_listened(QByteArray const &signature) const

@@ -101,6 +101,7 @@ private Q_SLOTS:
     void every_way_of_leaving_is_seen_data();
     void every_way_of_leaving_is_seen();
     void coming_back_at_once_is_no_end();
+    void a_listener_that_comes_with_the_end_of_another_signal_stays();
     void a_proxy_forwards_what_it_hears();
     void without_a_change_a_proxy_tells_nothing();
     void a_route_is_open_while_it_is_listened_to();
@@ -264,6 +265,27 @@ void TestASignalMonitor::coming_back_at_once_is_no_end()
     connect(&watched, &Watched::sig_number, this, [] {});
     turn();
     QCOMPARE(watched.told, QStringList({attached_number, attached_number}));
+}
+
+void TestASignalMonitor::a_listener_that_comes_with_the_end_of_another_signal_stays()
+{
+    Watched watched;
+    for (char const *signal : {"2sig_number(uint)", "2sig_text(QString,int)"})
+        watched.add_sig_monitor(signal, "1note_attach(QByteArray)", "1note_detach(QByteArray)");
+    // Whoever is told of the first end listens to what the second is about to be told of.
+    QObject::connect(watched.get_sigentry("2sig_number(uint)"), &ASignalMonitorInternal::detached,
+        &watched, [&] { QObject::connect(&watched, &Watched::sig_text, this, [] {}); });
+    disconnect(connect(&watched, &Watched::sig_text, this, [] {}));
+    disconnect(connect(&watched, &Watched::sig_number, this, [] {}));
+    watched.told.clear();
+    turn();
+    QCOMPARE(
+        watched.told, QStringList({detached_number, QStringLiteral("+2sig_text(QString,int)")}));
+    // And its own end is told later.
+    watched.told.clear();
+    disconnect(&watched, &Watched::sig_text, this, nullptr);
+    turn();
+    QCOMPARE(watched.told, QStringList(QStringLiteral("-2sig_text(QString,int)")));
 }
 
 void TestASignalMonitor::a_proxy_forwards_what_it_hears()
