@@ -305,6 +305,7 @@ void TestClient::a_command_without_a_connection_fails()
     WatchedClient client(server);
     Answers answers;
     client.cmd_sync(answers.ok(), answers.error());
+    // On this thread, as the loop does not even run.
     QCOMPARE(answers.errors(), QStringList({Answers::failing_all()}));
     QCOMPARE(client.outstanding_commands(), 0U);
 }

@@ -13,8 +13,10 @@ namespace VCTP3 {
 ///
 /// A subclass that overrides a virtual function calls `stop` first in its own destructor, so that
 /// the loop has ended before the override goes. No callback may destroy the object.
-/// Thread: any may send commands and call what stands here; the socket is read, and all callbacks
-/// and virtual functions are called, on the loop's thread.
+/// Thread: any may send commands and call what stands here; the socket is read, and callbacks and
+/// virtual functions are called, on the loop's thread. A command that finds no connection, or one
+/// that can no longer be written to, fails at once all that are in flight, on the thread that
+/// sends.
 class TARN_EXPORT Client : public API
 {
 public:
@@ -58,9 +60,9 @@ protected:
     void stop();
 
     /// Writes to the server. While there is no connection, and after a write has failed, the
-    /// commands in flight are failed instead. A write that fails closes the connection at the
-    /// loop's next turn. What is left of a message that was begun before the present connection
-    /// is lost.
+    /// commands in flight are failed instead, on this thread. A write that fails closes the
+    /// connection at the loop's next turn. What is left of a message that was begun before the
+    /// present connection is lost.
     void send(void const *data, unsigned long long size) override;
 
 private:
