@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/asignal_router.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/sanitizer_order_p.h"
+
 #include <QMutexLocker>
 
 #include <algorithm>
@@ -33,20 +35,17 @@ bool ASignalRouter::add_route(QObject *source, char const *source_signal, char c
             route.source_signal.constData() + 1, route.signal.constData() + 1))
         return false;
     take_routes([](Route const &other) { return other.source.isNull(); });
-    bool first = false;
     {
         QMutexLocker const locker(&mutex);
+        TellOfLock const order(&mutex);
         if (std::find(routes.begin(), routes.end(), route) != routes.end())
             return true;
-        first = std::none_of(routes.begin(), routes.end(),
-            [&route](Route const &other) { return other.signal == route.signal; });
+        if (!has_route_to(route.signal))
+            add_sig_monitor(route.signal.constData(), SLOT(route_attach(QByteArray)),
+                SLOT(route_detach(QByteArray)));
         routes.push_back(route);
     }
-    if (first)
-        add_sig_monitor(route.signal.constData(), SLOT(route_attach(QByteArray)),
-            SLOT(route_detach(QByteArray)));
-    if (is_attached(route.signal))
-        link(route, true);
+    settle(route);
     return true;
 }
 
@@ -66,57 +65,81 @@ std::vector<ASignalRouter::Route> ASignalRouter::take_routes(
     std::function<bool(Route const &)> const &which)
 {
     std::vector<Route> taken;
-    std::vector<QByteArray> unused;
-    {
-        QMutexLocker const locker(&mutex);
-        auto const rest = std::stable_partition(routes.begin(), routes.end(), std::not_fn(which));
-        std::move(rest, routes.end(), std::back_inserter(taken));
-        routes.erase(rest, routes.end());
-        for (Route const &route : taken)
-            if (std::none_of(routes.begin(), routes.end(),
-                    [&route](Route const &other) { return other.signal == route.signal; }))
-                unused.push_back(route.signal);
-    }
-    for (QByteArray const &signal : unused)
-        remove_sig_monitor(
-            signal.constData(), SLOT(route_attach(QByteArray)), SLOT(route_detach(QByteArray)));
+    QMutexLocker const locker(&mutex);
+    TellOfLock const order(&mutex);
+    auto const rest = std::stable_partition(routes.begin(), routes.end(), std::not_fn(which));
+    std::move(rest, routes.end(), std::back_inserter(taken));
+    routes.erase(rest, routes.end());
+    for (Route const &route : taken)
+        if (!has_route_to(route.signal))
+            remove_sig_monitor(route.signal.constData(), SLOT(route_attach(QByteArray)),
+                SLOT(route_detach(QByteArray)));
     return taken;
 }
 
-unsigned int ASignalRouter::close(std::vector<Route> const &taken) const
+unsigned int ASignalRouter::close(std::vector<Route> const &taken)
 {
     for (Route const &route : taken)
-        link(route, false);
+        settle(route);
     return static_cast<unsigned int>(taken.size());
 }
 
 void ASignalRouter::route_attach(QByteArray const &signature)
 {
     for (Route const &route : routes_to(signature))
-        link(route, true);
+        settle(route);
 }
 
 void ASignalRouter::route_detach(QByteArray const &signature)
 {
-    for (Route const &route : routes_to(signature))
-        link(route, false);
+    route_attach(signature);
+}
+
+/// Connects a route that is there and listened to, and disconnects any other. Of several threads
+/// the one that comes to it last sees what the others have done.
+void ASignalRouter::settle(Route const &route)
+{
+    bool open = false;
+    do {
+        open = is_open(route);
+        link(route, open);
+    } while (open != is_open(route));
+}
+
+bool ASignalRouter::is_open(Route const &route)
+{
+    if (!is_attached(route.signal))
+        return false;
+    QMutexLocker const locker(&mutex);
+    TellOfLock const order(&mutex);
+    return std::find(routes.begin(), routes.end(), route) != routes.end();
 }
 
 /// Once, however many listeners there are.
-bool ASignalRouter::link(Route const &route, bool on) const
+void ASignalRouter::link(Route const &route, bool on) const
 {
     QObject *const target = proxy();
     if (!route.source || !target)
-        return false;
+        return;
     QMetaMethod const from = method_of(route.source, route.source_signal);
     QMetaMethod const to = method_of(target, route.signal);
-    return on ? bool(connect(route.source, from, target, to, Qt::UniqueConnection))
-              : disconnect(route.source, from, target, to);
+    if (on)
+        connect(route.source, from, target, to, Qt::UniqueConnection);
+    else
+        disconnect(route.source, from, target, to);
+}
+
+/// Called with the mutex held.
+bool ASignalRouter::has_route_to(QByteArray const &signature) const
+{
+    return std::any_of(routes.begin(), routes.end(),
+        [&signature](Route const &route) { return route.signal == signature; });
 }
 
 std::vector<ASignalRouter::Route> ASignalRouter::routes_to(QByteArray const &signature) const
 {
     QMutexLocker const locker(&mutex);
+    TellOfLock const order(&mutex);
     std::vector<Route> result;
     std::copy_if(routes.begin(), routes.end(), std::back_inserter(result),
         [&signature](Route const &route) { return route.signal == signature; });

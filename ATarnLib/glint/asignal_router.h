@@ -44,10 +44,13 @@ private:
     };
 
     std::vector<Route> take_routes(std::function<bool(Route const &)> const &which);
-    unsigned int close(std::vector<Route> const &taken) const;
-    bool link(Route const &route, bool on) const;
+    unsigned int close(std::vector<Route> const &taken);
+    void settle(Route const &route);
+    bool is_open(Route const &route);
+    void link(Route const &route, bool on) const;
+    bool has_route_to(QByteArray const &signature) const;
     std::vector<Route> routes_to(QByteArray const &signature) const;
 
-    mutable QMutex mutex;
+    mutable QMutex mutex; // before the monitor's lock; held while a signal is begun to be watched
     std::vector<Route> routes; // guarded by mutex
 };

@@ -116,6 +116,7 @@ private Q_SLOTS:
     void a_proxy_may_go_first();
     void a_route_from_nothing_is_refused();
     void routes_of_a_source_that_has_gone_are_forgotten();
+    void routes_may_be_added_and_removed_by_several_threads();
 };
 
 void TestASignalMonitor::names_are_normalized_data()
@@ -488,6 +489,40 @@ void TestASignalMonitor::routes_of_a_source_that_has_gone_are_forgotten()
     QCOMPARE(router.remove_routes(nullptr), 0u);
     source.slot3();
     QCOMPARE(heard, 1);
+}
+
+void TestASignalMonitor::routes_may_be_added_and_removed_by_several_threads()
+{
+    AObjectRelay source;
+    Exit router;
+    router.add_route(&source, "2sig0()", "2sig_out()");
+    for (unsigned int round = 0; round < 200; ++round) {
+        // One route goes while the next one comes; a third of them come to a listener.
+        QByteArray const old = AObjectRelay::sig_name(round % 2);
+        QByteArray const fresh = AObjectRelay::sig_name((round + 1) % 2);
+        int heard = 0;
+        QObject listener;
+        if (round % 3 == 0)
+            connect(&router, &Exit::sig_out, &listener, [&heard] { ++heard; });
+        std::atomic<int> ready{0};
+        auto const together = [&ready](auto change) {
+            for (++ready; ready < 2;) { }
+            change();
+        };
+        std::thread other([&] {
+            together([&] { router.remove_route(&source, old.constData(), "2sig_out()"); });
+        });
+        together([&] { router.add_route(&source, fresh.constData(), "2sig_out()"); });
+        other.join();
+        if (round % 3 != 0)
+            connect(&router, &Exit::sig_out, &listener, [&heard] { ++heard; });
+        source.slot(round % 2);
+        QCOMPARE(heard, 0);
+        source.slot((round + 1) % 2);
+        QCOMPARE(heard, 1);
+        disconnect(&router, nullptr, &listener, nullptr);
+        turn();
+    }
 }
 
 QTEST_GUILESS_MAIN(TestASignalMonitor)
