@@ -14,9 +14,11 @@ OutputMonitor::OutputMonitor(unsigned int output, CFChannelConfig *channel_confi
     , config(channel_config)
 {
     setObjectName(QStringLiteral("OutputMonitor%1").arg(output));
-    if (A_ASSERT_TEXT(count == channel_count, "count == countof(chmon)"))
+    if (A_ASSERT_TEXT(count == channel_count, "count == countof(chmon)")
+        && A_ASSERT(monitors != nullptr))
         std::copy_n(monitors, count, chmon.begin());
-    connect(config, &CFChannelConfig::changed, this, &OutputMonitor::cf_changed);
+    if (A_ASSERT(channel_config != nullptr))
+        connect(channel_config, &CFChannelConfig::changed, this, &OutputMonitor::cf_changed);
     for (Signal const &signal : all_signals())
         add_sig_monitor(signal.signature.constData(), SLOT(sig_attach(QByteArray)),
             SLOT(sig_detach(QByteArray)));
@@ -49,7 +51,8 @@ std::array<OutputMonitor::Signal, 16> const &OutputMonitor::all_signals()
 
 void OutputMonitor::cf_changed()
 {
-    auto const feed = config->GetOutputSource(output_number);
+    auto const feed
+        = config ? config->GetOutputSource(output_number) : AOption<ChannelCF::OutputSource>();
     ChannelMonitor *const next
         = feed && feed->channel < channel_count ? chmon[feed->channel].data() : nullptr;
     if (next == source)

@@ -28,8 +28,8 @@ public:
     static constexpr unsigned int channel_count = 12;
 
     /// \a monitors: of the channels from the first on, \a count of them; they may go first. Any
-    /// other count than `channel_count` is an assertion, and the output shows nothing. The
-    /// configuration must outlive this object.
+    /// other count than `channel_count`, and no monitors or no configuration at all, is an
+    /// assertion, and the output shows nothing, as when the configuration has gone.
     OutputMonitor(unsigned int output, CFChannelConfig *channel_config,
         ChannelMonitor *const *monitors, unsigned int count, QObject *parent = nullptr);
 
@@ -72,7 +72,7 @@ private:
     static std::array<Signal, 16> const &all_signals();
 
     unsigned int const output_number;
-    CFChannelConfig *const config;
+    QPointer<CFChannelConfig> const config;
     std::array<QPointer<ChannelMonitor>, channel_count> chmon;
     QPointer<ChannelMonitor> source;
 };

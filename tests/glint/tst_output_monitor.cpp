@@ -49,6 +49,8 @@ private Q_SLOTS:
     void a_channel_of_twelve_or_above_is_none();
     void the_last_listener_ends_the_report();
     void its_channels_may_go_first();
+    void its_configuration_may_go_first();
+    void without_a_configuration_or_channels_shows_nothing();
 };
 
 void TestOutputMonitor::another_count_than_twelve_is_an_assertion_data()
@@ -188,6 +190,31 @@ void TestOutputMonitor::its_channels_may_go_first()
     connect(&output, &OutputMonitor::sig_speed, this, [] {});
     output.cf_changed();
     output.sig_detach("2sig_speed(int)");
+}
+
+void TestOutputMonitor::its_configuration_may_go_first()
+{
+    std::array<ChannelMonitor *, 12> const monitors{};
+    auto hub = std::make_unique<Glint>(false);
+    OutputMonitor output(0, hub->get_channel_config(), monitors.data(), 12);
+    connect(&output, &OutputMonitor::sig_speed, this, [] {});
+    hub.reset();
+    output.cf_changed();
+}
+
+void TestOutputMonitor::without_a_configuration_or_channels_shows_nothing()
+{
+    Glint hub(false);
+    std::array<ChannelMonitor *, 12> const monitors{};
+    AssertLog asserts;
+    OutputMonitor without_configuration(0, nullptr, monitors.data(), 12);
+    QCOMPARE(asserts.take(), QStringList(QStringLiteral("channel_config != nullptr")));
+    OutputMonitor without_channels(0, hub.get_channel_config(), nullptr, 12);
+    QCOMPARE(asserts.take(), QStringList(QStringLiteral("monitors != nullptr")));
+    for (OutputMonitor *output : {&without_configuration, &without_channels}) {
+        connect(output, &OutputMonitor::sig_speed, this, [] {});
+        output->cf_changed();
+    }
 }
 
 QTEST_GUILESS_MAIN(TestOutputMonitor)
