@@ -77,9 +77,10 @@ void ChannelMonitor::config_api(Glint *hub)
 {
     if (api && api == hub)
         return;
-    if (!A_ASSERT_TEXT(!api, "api == 0"))
+    if (!A_ASSERT_TEXT(!has_api, "api == 0"))
         return;
     api = hub;
+    has_api = hub != nullptr;
     check_config_done();
 }
 
@@ -102,12 +103,12 @@ bool ChannelMonitor::channel_is(Channel number) const
 void ChannelMonitor::timecode_use_add()
 {
     if (timecode_uses++ == 0)
-        register_timecode();
+        QMetaObject::invokeMethod(this, &ChannelMonitor::register_timecode);
 }
 
 void ChannelMonitor::timecode_use_remove()
 {
-    --timecode_uses;
+    timecode_uses.decrease(0);
 }
 
 void ChannelMonitor::check_config_done()

@@ -4,12 +4,11 @@
 #include "ATarnLib/glint/asignal_monitor.h"
 #include "ATarnLib/timecode/atimecode.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/aoption.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/atomic.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/records.h"
 
 #include <QPointer>
 #include <QString>
-
-#include <atomic>
 
 class Glint;
 
@@ -31,7 +30,7 @@ public:
 
     /// \name What to show
     /// Each may be called again with the same, which changes nothing; with another one it is an
-    /// assertion and changes nothing.
+    /// assertion and changes nothing, even when the hub has gone.
     /// @{
     void config(Glint *hub, VCTP3::Channel channel);
     void config_api(Glint *hub);
@@ -41,7 +40,8 @@ public:
     bool channel_is(VCTP3::Channel channel) const;
 
     /// \name Timecodes without a listener
-    /// The first use registers the report of timecodes; the last one to go unregisters nothing.
+    /// The first use registers the report of timecodes, on the hub's thread; the last one to go
+    /// unregisters nothing. To remove a use where there is none changes nothing.
     /// @{
     void timecode_use_add();
     void timecode_use_remove();
@@ -258,8 +258,9 @@ private:
     void emit_channel_information();
 
     QPointer<Glint> api;
+    bool has_api = false; // has been given one
     AOption<VCTP3::Channel> channel;
-    std::atomic<unsigned int> timecode_uses{0};
+    AtomicUnsigned timecode_uses;
     bool lost = false; // the connection, and there is no other yet
 
     VCTP3::ChannelStatus status = VCTP3::ChannelStatus::idle;

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/channel_monitor.h"
 #include "tests/glint/hub_bench.h"
+#include "tests/glint/own_signals.h"
 #include "tests/support/assert_log.h"
 
 #include <QSignalSpy>
 #include <QTest>
+#include <thread>
 
 using Corvane::ATimecode;
 using VCTP3::Channel;
@@ -12,45 +14,11 @@ using VCTP3::ChannelStatus;
 
 namespace {
 
-/// A signal of the monitor and the report that it needs.
-struct Signal
-{
-    char const *name;
-    char const *report;
-    std::function<QMetaObject::Connection(ChannelMonitor *, QObject *)> connect;
-};
+using Signal = OwnSignals<ChannelMonitor>::Signal;
 
 std::vector<Signal> const &signal_table()
 {
-    using Monitor = ChannelMonitor;
-    auto const of = [](auto signal) {
-        return [signal](Monitor *monitor, QObject *receiver) {
-            return QObject::connect(monitor, signal, receiver, [] {});
-        };
-    };
-    static std::vector<Signal> const table = {
-        {"2sig_status(VCTP3::ChannelStatus)", "status", of(&Monitor::sig_status)},
-        {"2sig_clipid(QString)", "clipid", of(&Monitor::sig_clipid)},
-        {"2sig_speed(int)", "speed", of(&Monitor::sig_speed)},
-        {"2sig_timecodes(uint,Corvane::ATimecode,Corvane::ATimecode)", "timecode",
-            of(&Monitor::sig_timecodes)},
-        {"2sig_clip_position(uint)", "timecode", of(&Monitor::sig_clip_position)},
-        {"2sig_channel_information(VCTP3::ChannelInformation)", "info",
-            of(&Monitor::sig_channel_information)},
-        {"2sig_peak(uint)", "peak", of(&Monitor::sig_peak)},
-        {"2sig_aux_status(VCTP3::ChannelStatus)", "aux_audio_status", of(&Monitor::sig_aux_status)},
-        {"2sig_aux_clipid(QString)", "aux_audio_clipid", of(&Monitor::sig_aux_clipid)},
-        {"2sig_aux_speed(int)", "aux_audio_speed", of(&Monitor::sig_aux_speed)},
-        {"2sig_aux_position(uint)", "aux_audio_timecode", of(&Monitor::sig_aux_position)},
-        {"2sig_aux_information(VCTP3::ChannelInformation)", "aux_audio_info",
-            of(&Monitor::sig_aux_information)},
-        {"2sig_aux_peak(uint)", "aux_audio_peak", of(&Monitor::sig_aux_peak)},
-        {"2sig_display_timecode(Corvane::ATimecode)", "timecode",
-            of(&Monitor::sig_display_timecode)},
-        {"2sig_input_timecode(Corvane::ATimecode)", "timecode", of(&Monitor::sig_input_timecode)},
-        {"2sig_playback_mode(AOption<VCTP3::Playback>)", "info", of(&Monitor::sig_playback_mode)},
-    };
-    return table;
+    return OwnSignals<ChannelMonitor>::all();
 }
 
 QString registered(char const *report)
@@ -148,6 +116,7 @@ private Q_SLOTS:
     void may_be_configured_in_any_order();
     void another_channel_is_an_assertion();
     void another_hub_is_an_assertion();
+    void another_hub_is_an_assertion_when_the_first_has_gone();
     void listening_registers_and_leaving_unregisters_data();
     void listening_registers_and_leaving_unregisters();
     void a_report_stays_while_another_of_its_signals_is_listened_to_data();
@@ -157,6 +126,8 @@ private Q_SLOTS:
     void is_registered_when_configured_while_connected();
     void timecodes_are_emitted_again_while_unconnected();
     void uses_of_timecode_register_once_and_unregister_nothing();
+    void a_use_that_is_not_there_cannot_be_removed();
+    void another_thread_may_use_timecode();
     void reports_reach_the_signals();
     void reports_of_other_channels_are_passed_over();
     void a_lost_connection_blanks_all();
@@ -217,6 +188,21 @@ void TestChannelMonitor::another_hub_is_an_assertion()
     AssertLog asserts;
     bench.monitor.config(&other, Channel::B);
     QCOMPARE(asserts.take(), QStringList(QStringLiteral("api == 0")));
+}
+
+void TestChannelMonitor::another_hub_is_an_assertion_when_the_first_has_gone()
+{
+    ChannelMonitor monitor;
+    auto first = std::make_unique<Glint>(false);
+    monitor.config(first.get(), Channel::B);
+    connect(&monitor, &ChannelMonitor::sig_speed, this, [] {});
+    first.reset();
+    AssertLog asserts;
+    HubBench bench;
+    monitor.config_api(bench.hub.get());
+    QCOMPARE(asserts.take(), QStringList(QStringLiteral("api == 0")));
+    QVERIFY(bench.connect());
+    QCOMPARE(channel_reports(bench.log), QStringList());
 }
 
 void TestChannelMonitor::listening_registers_and_leaving_unregisters_data()
@@ -359,6 +345,35 @@ void TestChannelMonitor::uses_of_timecode_register_once_and_unregister_nothing()
     bench.monitor.timecode_use_add();
     QVERIFY(bench.sync());
     QCOMPARE(channel_reports(bench.log), QStringList(registered("timecode")));
+}
+
+void TestChannelMonitor::a_use_that_is_not_there_cannot_be_removed()
+{
+    MonitorBench bench;
+    QVERIFY(bench.connect());
+    bench.monitor.timecode_use_remove();
+    QVERIFY(!bench.monitor.has_receiver_timecode());
+    bench.monitor.timecode_use_add();
+    QVERIFY(bench.sync());
+    QCOMPARE(channel_reports(bench.log), QStringList(registered("timecode")));
+}
+
+void TestChannelMonitor::another_thread_may_use_timecode()
+{
+    MonitorBench bench;
+    QList<QThread *> told_on;
+    connect(
+        &bench.monitor, &ChannelMonitor::sig_clip_position, &bench.monitor,
+        [&told_on] { told_on.append(QThread::currentThread()); }, Qt::DirectConnection);
+    QCOMPARE(told_on.size(), 1); // the listener's first value
+    std::thread([&bench] { bench.monitor.timecode_use_add(); }).join();
+    // Without a connection the values are emitted again, where all signals are.
+    QTRY_COMPARE(told_on, QList<QThread *>(2, QThread::currentThread()));
+    std::thread([&bench] { bench.monitor.timecode_use_remove(); }).join();
+    QVERIFY(bench.connect());
+    bench.log.take();
+    std::thread([&bench] { bench.monitor.timecode_use_add(); }).join();
+    QTRY_COMPARE(channel_reports(bench.log), QStringList(registered("timecode")));
 }
 
 void TestChannelMonitor::reports_reach_the_signals()
