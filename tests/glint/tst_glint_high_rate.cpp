@@ -53,6 +53,33 @@ public:
     QStringList heard;
 };
 
+/// A hub that says which report passes, and lets none come to its signal.
+class KeepingHub : public OpenHub
+{
+protected:
+    void do_report_channel_timecode(
+        Channel channel, unsigned int position, Timecode const &, Timecode const &) override
+    {
+        note(QStringLiteral("kept timecode %1 %2").arg(int(channel)).arg(position));
+    }
+    void do_report_channel_aux_audio_timecode(Channel channel, unsigned int position) override
+    {
+        note(QStringLiteral("kept aux %1 %2").arg(int(channel)).arg(position));
+    }
+    void do_report_ltc_timecode(Timecode const &value) override
+    {
+        note(QStringLiteral("kept ltc %1").arg(value.position));
+    }
+    void do_report_channel_peak(Channel channel, AString const &levels) override
+    {
+        note(QStringLiteral("kept peak %1 %2").arg(int(channel)).arg(QString(levels)));
+    }
+    void do_report_channel_aux_audio_peak(Channel channel, AString const &levels) override
+    {
+        note(QStringLiteral("kept aux peak %1 %2").arg(int(channel)).arg(QString(levels)));
+    }
+};
+
 /// Waits until a worker has done what it was given before.
 template <typename Worker> void finish(Worker *worker)
 {
@@ -70,6 +97,7 @@ class TestGlintHighRate : public QObject
 private Q_SLOTS:
     void five_kinds_of_report_are_taken_data();
     void five_kinds_of_report_are_taken();
+    void a_subclass_may_act_instead_of_each_signal();
     void other_messages_are_left_to_the_parser_data();
     void other_messages_are_left_to_the_parser();
     void a_report_overtaken_before_delivery_is_replaced();
@@ -109,6 +137,19 @@ void TestGlintHighRate::five_kinds_of_report_are_taken()
     OpenHub hub;
     QVERIFY(hub.feed(text));
     QTRY_COMPARE(hub.heard, QStringList(heard));
+}
+
+void TestGlintHighRate::a_subclass_may_act_instead_of_each_signal()
+{
+    KeepingHub hub;
+    for (QByteArray const &text : {ReportText::timecode(1, 2), ReportText::aux_position(3, 4),
+             ReportText::peak(5, "6"), ReportText::aux_peak(7, "8"), ReportText::ltc(9)})
+        QVERIFY(hub.feed(text));
+    QTRY_COMPARE(hub.heard.size(), 5);
+    QCOMPARE(QSet<QString>(hub.heard.begin(), hub.heard.end()),
+        QSet<QString>({QStringLiteral("kept timecode 1 2"), QStringLiteral("kept aux 3 4"),
+            QStringLiteral("kept peak 5 6"), QStringLiteral("kept aux peak 7 8"),
+            QStringLiteral("kept ltc 9")}));
 }
 
 void TestGlintHighRate::other_messages_are_left_to_the_parser_data()
