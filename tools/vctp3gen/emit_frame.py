@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """The parser's dispatch, the command classes, callback groups and the toolkit binding."""
-from emit_types import BASE, PROTOCOL, in_namespace, include, parameter, read_field, text
+from emit_types import (BASE, PROTOCOL, add_field, in_namespace, include, parameter, read_field,
+                        text)
 from out import banner, join
 
 ERROR_CALLBACK = "AFunction2<AString, ErrorCode> const &on_error"
@@ -70,9 +71,8 @@ def _dispatch(message, kind):
 
 def parser_dispatch_cpp(vocabulary):
     lines = ["struct APIParser::Dispatch", "{"]
-    for kind, table in (("reply", vocabulary.replies), ("report", vocabulary.reports)):
-        for message in table.values():
-            lines += _dispatch(message, kind) + [""]
+    for kind, message in vocabulary.messages():
+        lines += _dispatch(message, kind) + [""]
     lines[-1:] = ["};", ""]
     for kind, table in (("reply", vocabulary.replies), ("report", vocabulary.reports)):
         lines += [
@@ -86,12 +86,11 @@ def parser_dispatch_cpp(vocabulary):
             "}",
             "",
         ]
-    for kind, table in (("reply", vocabulary.replies), ("report", vocabulary.reports)):
-        for message in table.values():
-            unnamed = ["AString const &"] if kind == "reply" else []
-            unnamed += [a[:len(a) - len(n)].rstrip() for a, n in
-                        zip(arguments(message), names(message))]
-            lines.append(join(f"void APIParser::{kind}_{message.name}", unnamed, " {}"))
+    for kind, message in vocabulary.messages():
+        unnamed = ["AString const &"] if kind == "reply" else []
+        unnamed += [a[:len(a) - len(n)].rstrip() for a, n in
+                    zip(arguments(message), names(message))]
+        lines.append(join(f"void APIParser::{kind}_{message.name}", unnamed, " {}"))
     return text([
         banner("replies.tbl and reports.tbl"),
         *include(f"{PROTOCOL}/api_parser.h", f"{PROTOCOL}/field_reader_p.h",
@@ -153,10 +152,8 @@ def method(command, result, owner, parameters, tail=""):
     return join(f"{result} {owner}cmd_{command.name}", parameters, tail)
 
 
-# APICommand
-
-
-def command_members(vocabulary):
+def members(vocabulary, declare):
+    """The commands of a class, family by family; `declare` gives the lines of a form."""
     lines, family = [], None
     for command in vocabulary.commands.values():
         if command.family is not family:
@@ -164,22 +161,25 @@ def command_members(vocabulary):
             lines += ["", f"    // {family.name}"]
         lines.append(describe(command))
         for form in forms(command):
-            lines.append(method(command, "    void", "", ["AString const &xid", *form.parameters],
-                                ";"))
-    return {"COMMANDS": lines[1:]}
+            lines += declare(command, form)
+    return lines[1:]
+
+
+# APICommand
+
+
+def command_members(vocabulary):
+    def declare(command, form):
+        return [method(command, "    void", "", ["AString const &xid", *form.parameters], ";")]
+
+    return {"COMMANDS": members(vocabulary, declare)}
 
 
 def _command_body(command):
     lines = [f"    CommandTree tree(xid, Word::{command.name});"]
     for one in command.fields:
-        speed = "_speed" if one.type.is_speed else ""
-        if one.presence == "!":
-            lines.append(f"    tree.add_flag(Word::{one.tag}, has_{one.member} && {one.member});")
-        elif one.presence == "?":
-            lines.append(f"    tree.add{speed}_if(has_{one.member}, Word::{one.tag}, "
-                         f"{one.member});")
-        else:
-            lines.append(f"    tree.add{speed}(Word::{one.tag}, {one.member});")
+        present, value = f"has_{one.member}", one.member
+        lines.append(add_field("tree", one, value, present, f"{present} && {value}"))
     return lines + ["    send_command(tree);"]
 
 
@@ -215,19 +215,15 @@ def callback_parameters(command):
 
 
 def api_members(vocabulary):
-    lines, family = [], None
-    for command in vocabulary.commands.values():
-        if command.family is not family:
-            family = command.family
-            lines += ["", f"    // {family.name}"]
-        lines.append(describe(command))
-        for form in forms(command):
-            lines.append(method(command, "    AString", "",
-                                form.parameters + callback_parameters(command), ";"))
-            lines.append(method(command, "    void", "", form.parameters, ";"))
+    def declare(command, form):
+        return [
+            method(command, "    AString", "", form.parameters + callback_parameters(command), ";"),
+            method(command, "    void", "", form.parameters, ";"),
+        ]
+
     replies = [join(f"    void reply_{reply.name}", ["AString const &xid", *arguments(reply)],
                     " override;") for reply in vocabulary.replies.values()]
-    return {"COMMANDS": lines[1:], "REPLIES": replies}
+    return {"COMMANDS": members(vocabulary, declare), "REPLIES": replies}
 
 
 def api_forms_cpp(vocabulary):
@@ -379,20 +375,20 @@ def callback_groups_cpp(vocabulary):
 # APIQt
 
 
+def group_parameter(command):
+    return f"{command.group.name} const &group"
+
+
 def qt_members(vocabulary):
-    lines, family = [], None
-    for command in vocabulary.commands.values():
-        if command.family is not family:
-            family = command.family
-            lines += ["", f"    // {family.name}"]
-        lines.append(describe(command))
-        group = f"{command.group.name} const &group"
-        for form in forms(command):
-            lines.append(method(command, "    void", "", [*form.parameters, group], ";"))
-            lines.append(method(command, "    void", "", form.parameters, ";"))
+    def declare(command, form):
+        return [
+            method(command, "    void", "", [*form.parameters, group_parameter(command)], ";"),
+            method(command, "    void", "", form.parameters, ";"),
+        ]
+
     reports = vocabulary.reports.values()
     return {
-        "COMMANDS": lines[1:],
+        "COMMANDS": members(vocabulary, declare),
         "REPORT_SIGNALS": [join(f"    void report_{r.name}", arguments(r), ";") for r in reports],
         "DO_REPORTS": [join(f"    virtual void do_report_{r.name}", arguments(r), ";")
                        for r in reports],
@@ -403,9 +399,9 @@ def qt_forms_cpp(vocabulary):
     lines = []
     for command in vocabulary.commands.values():
         given = [f"group.on_{r.name}" for r in callbacks(command)] + ["group.on_error"]
-        group = f"{command.group.name} const &group"
         for form in forms(command):
-            lines += [method(command, "void", "APIQt::", [*form.parameters, group]), "{"]
+            lines += [method(command, "void", "APIQt::",
+                             [*form.parameters, group_parameter(command)]), "{"]
             if form.full:
                 lines.append("    group.addref();")
                 lines.append(join(f"    impl->cmd_{command.name}", form.values + given, ";"))

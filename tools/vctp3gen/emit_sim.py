@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 """The server's side: commands read and handed to a handler, replies and reports written."""
-from emit_types import BASE, PROTOCOL, include, text
+from emit_types import BASE, PROTOCOL, include, speed_suffix, text
 from out import banner, join
 
 SIM = "sim/vesk"
@@ -99,8 +99,8 @@ def _read_body(command):
     lines = [_reader(command), "{", "    FieldReader fields(command, error);"]
     for one in command.fields:
         call = "flag" if one.presence == "!" else "take" if one.presence == "?" else "need"
-        speed = "_speed" if one.type.is_speed else ""
-        lines.append(f"    fields.{call}{speed}(Word::{one.tag}, &args->{one.member});")
+        call += speed_suffix(one.type)
+        lines.append(f"    fields.{call}(Word::{one.tag}, &args->{one.member});")
     return lines + ["    return fields.ok();", "}"]
 
 
@@ -191,7 +191,7 @@ def _messages_cpp(vocabulary, kind, table):
         if message.fields:
             lines.append(f"    ElementBuilder element(word(Word::{message.name}));")
         for one in message.fields:
-            call = "add_speed" if one.type.is_speed else "add"
+            call = "add" + speed_suffix(one.type)
             if one.presence == "?":
                 lines.append(f"    element.{call}_if({one.member}.has_value(), Word::{one.tag}, "
                              f"{one.member}.value());")

@@ -120,6 +120,25 @@ def node(tag, children):
     return "\r\n".join([f"<{tag}>", *children, f"</{tag}>"])
 
 
+def rows(kind, name, lines):
+    """A table of rows of that kind and the function that gives it."""
+    return [
+        f"static {kind} const rows[] = {{",
+        *lines,
+        "};",
+        "",
+        f"std::span<{kind} const> {name}()",
+        "{",
+        "    return rows;",
+        "}",
+    ]
+
+
+def quoted_lines(xml):
+    """A literal of a row for each line."""
+    return [f"        {quoted(line)}" for line in xml.splitlines(keepends=True)]
+
+
 def samples_h(vocabulary):
     samples = Samples(vocabulary)
     lines = []
@@ -218,7 +237,7 @@ def command_rows_cpp(vocabulary):
                 join(f"        [](API &c, ReplyNotes &a) {{ return c.cmd_{command.name}",
                      values + functions, "; },", "        "),
                 join(f"        [](API &c) {{ c.cmd_{command.name}", values, "; },", "        "),
-                *[f"        {quoted(line)}" for line in xml.splitlines(keepends=True)],
+                *quoted_lines(xml),
                 "    },",
             ]
     return text([
@@ -227,14 +246,7 @@ def command_rows_cpp(vocabulary):
         "",
         "using namespace VCTP3;",
         "",
-        "static CommandRow const rows[] = {",
-        *lines,
-        "};",
-        "",
-        "std::span<CommandRow const> command_rows()",
-        "{",
-        "    return rows;",
-        "}",
+        *rows("CommandRow", "command_rows", lines),
     ])
 
 
@@ -249,7 +261,7 @@ def qt_rows_cpp(vocabulary):
                      [*values, f"g.group{command.group.number}"], "; },", "        "),
                 join(f"        [](APIQt &c) {{ c.cmd_{command.name}", values, "; },", "        "),
                 f"        {command.group.number},",
-                *[f"        {quoted(line)}" for line in xml.splitlines(keepends=True)],
+                *quoted_lines(xml),
                 "    },",
             ]
     connects = []
@@ -280,18 +292,21 @@ def qt_rows_cpp(vocabulary):
         "    return groups;",
         "}",
         "",
-        "static QtRow const rows[] = {",
-        *lines,
-        "};",
-        "",
-        "std::span<QtRow const> qt_rows()",
-        "{",
-        "    return rows;",
-        "}",
+        *rows("QtRow", "qt_rows", lines),
     ])
 
 
 # messages
+
+
+NOTE = (
+    "private:",
+    "    void note(char const *name, bool right)",
+    "    {",
+    "        seen.append(QLatin1String(right ? \"\" : \"wrong \") + QLatin1String(name));",
+    "    }",
+    "};",
+)
 
 
 def _equal(one):
@@ -336,12 +351,7 @@ def reply_notes_h(vocabulary):
         "",
         *lines,
         "",
-        "private:",
-        "    void note(char const *name, bool right)",
-        "    {",
-        "        seen.append(QLatin1String(right ? \"\" : \"wrong \") + QLatin1String(name));",
-        "    }",
-        "};",
+        *NOTE,
         "",
         "} // namespace VCTP3",
     ])
@@ -349,20 +359,19 @@ def reply_notes_h(vocabulary):
 
 def checking_parser_h(vocabulary):
     lines = []
-    for kind, table in (("reply", vocabulary.replies), ("report", vocabulary.reports)):
-        for message in table.values():
-            test = " && ".join(_equal(one) for one in message.fields) or "true"
-            head = ["AString const &xid"] if kind == "reply" else []
-            if kind == "reply":
-                test = f'xid == AString::l1("7") && {test}' if message.fields else \
-                    'xid == AString::l1("7")'
-            lines += [
-                join(f"    void {kind}_{message.name}", head + emit_frame.arguments(message),
-                     " override"),
-                "    {",
-                f'        note("{kind}_{message.name}", {test});',
-                "    }",
-            ]
+    for kind, message in vocabulary.messages():
+        tests = [_equal(one) for one in message.fields]
+        head = []
+        if kind == "reply":
+            tests.insert(0, 'xid == AString::l1("7")')
+            head = ["AString const &xid"]
+        lines += [
+            join(f"    void {kind}_{message.name}", head + emit_frame.arguments(message),
+                 " override"),
+            "    {",
+            f'        note("{kind}_{message.name}", {" && ".join(tests) or "true"});',
+            "    }",
+        ]
     return text([
         banner("replies.tbl and reports.tbl"),
         "#pragma once",
@@ -383,12 +392,7 @@ def checking_parser_h(vocabulary):
         "protected:",
         *lines,
         "",
-        "private:",
-        "    void note(char const *name, bool right)",
-        "    {",
-        "        seen.append(QLatin1String(right ? \"\" : \"wrong \") + QLatin1String(name));",
-        "    }",
-        "};",
+        *NOTE,
         "",
         "} // namespace VCTP3",
     ])
@@ -416,37 +420,29 @@ def _variants(samples, fields, parent):
 def message_rows_cpp(vocabulary):
     samples = Samples(vocabulary)
     lines = []
-    for kind, table in (("reply", vocabulary.replies), ("report", vocabulary.reports)):
-        for message in table.values():
-            head = [leaf("xid", "7")] if kind == "reply" else []
+    for kind, message in vocabulary.messages():
+        head = [leaf("xid", "7")] if kind == "reply" else []
 
-            def row(what, fields, error, options):
-                xml = node(kind, [*head, node(message.name, fields)])
-                call = "" if error else f"{kind}_{message.name}"
-                flag = "true" if options else "false"
-                lines.extend([
-                    f'    {{"{kind} {message.name}, {what}", "{call}", {flag}, {quoted(error)},',
-                    *[f"        {quoted(line)}" for line in xml.splitlines(keepends=True)],
-                    "    },",
-                ])
+        def row(what, fields, error, options):
+            xml = node(kind, [*head, node(message.name, fields)])
+            call = "" if error else f"{kind}_{message.name}"
+            flag = "true" if options else "false"
+            lines.extend([
+                f'    {{"{kind} {message.name}, {what}", "{call}", {flag}, {quoted(error)},',
+                *quoted_lines(xml),
+                "    },",
+            ])
 
-            whole = [samples.xml(one.element) for one in message.fields]
-            row("whole", whole, "", True)
-            row("backwards", whole[::-1], "", True)
-            for what, fields, error, tried in _variants(samples, message.fields, message.name):
-                row(what, fields, "" if tried else error, not tried)
+        whole = [samples.xml(one.element) for one in message.fields]
+        row("whole", whole, "", True)
+        row("backwards", whole[::-1], "", True)
+        for what, fields, error, tried in _variants(samples, message.fields, message.name):
+            row(what, fields, "" if tried else error, not tried)
     return text([
         banner("replies.tbl and reports.tbl"),
         *include(f"{TESTS}/message_rows.h"),
         "",
-        "static MessageRow const rows[] = {",
-        *lines,
-        "};",
-        "",
-        "std::span<MessageRow const> message_rows()",
-        "{",
-        "    return rows;",
-        "}",
+        *rows("MessageRow", "message_rows", lines),
     ])
 
 
@@ -462,7 +458,7 @@ def record_rows_cpp(vocabulary):
             lines.extend([
                 f'    {{"{name}, {what}", &reread<{name}, sample_{name}>, "{name}", {flag},',
                 f"        {quoted(error)},",
-                *[f"        {quoted(line)}" for line in xml.splitlines(keepends=True)],
+                *quoted_lines(xml),
                 "    },",
             ])
 
@@ -480,14 +476,7 @@ def record_rows_cpp(vocabulary):
         "",
         "using namespace VCTP3;",
         "",
-        "static RecordRow const rows[] = {",
-        *lines,
-        "};",
-        "",
-        "std::span<RecordRow const> record_rows()",
-        "{",
-        "    return rows;",
-        "}",
+        *rows("RecordRow", "record_rows", lines),
     ])
 
 
@@ -505,14 +494,7 @@ def enum_rows_cpp(vocabulary):
         "",
         "using namespace VCTP3;",
         "",
-        "static EnumRow const rows[] = {",
-        *lines,
-        "};",
-        "",
-        "std::span<EnumRow const> enum_rows()",
-        "{",
-        "    return rows;",
-        "}",
+        *rows("EnumRow", "enum_rows", lines),
     ])
 
 

@@ -254,7 +254,8 @@ def record_xml_h(vocabulary):
     ])
 
 
-def _speed(kind):
+def speed_suffix(kind):
+    """A speed has the C++ type of a number, so methods for it have names of their own."""
     return "_speed" if kind.is_speed else ""
 
 
@@ -263,7 +264,17 @@ def read_field(one, target):
     word = f"Word::{one.tag}"
     if one.presence == "!":
         return f"    fields.flag({word}, &{target});"
-    return f"    fields.need{_speed(one.type)}({word}, &{target});"
+    return f"    fields.need{speed_suffix(one.type)}({word}, &{target});"
+
+
+def add_field(collector, one, value, present, raised):
+    """The statement that adds one field: an optional one if `present`, a flag if `raised`."""
+    add = f"    {collector}.add"
+    if one.presence == "!":
+        return f"{add}_flag(Word::{one.tag}, {raised});"
+    if one.presence == "?":
+        return f"{add}{speed_suffix(one.type)}_if({present}, Word::{one.tag}, {value});"
+    return f"{add}{speed_suffix(one.type)}(Word::{one.tag}, {value});"
 
 
 def _record_reader(record):
@@ -276,7 +287,7 @@ def _record_reader(record):
     ]
     for one in record.fields:
         if one.presence == "?":
-            lines.append(f"    fields.take{_speed(one.type)}(Word::{one.tag}, "
+            lines.append(f"    fields.take{speed_suffix(one.type)}(Word::{one.tag}, "
                          f"&value.has_{one.member}, &value.{one.member});")
         else:
             lines.append(read_field(one, f"value.{one.member}"))
@@ -297,14 +308,8 @@ def _record_fields(record):
         "{",
     ]
     for one in record.fields:
-        word, access = f"Word::{one.tag}", f"value.{one.member}"
-        if one.presence == "!":
-            lines.append(f"    fields.add_flag({word}, {access});")
-        elif one.presence == "?":
-            lines.append(f"    fields.add{_speed(one.type)}_if(value.has_{one.member}, {word}, "
-                         f"{access});")
-        else:
-            lines.append(f"    fields.add{_speed(one.type)}({word}, {access});")
+        value = f"value.{one.member}"
+        lines.append(add_field("fields", one, value, f"value.has_{one.member}", value))
     return lines + ["}", ""]
 
 

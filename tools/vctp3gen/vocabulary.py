@@ -167,6 +167,13 @@ class Vocabulary:
             add(record)
         return done
 
+    def messages(self):
+        """("reply" or "report", message) of all that a server says."""
+        for reply in self.replies.values():
+            yield "reply", reply
+        for report in self.reports.values():
+            yield "report", report
+
     def words(self):
         """Every tag of the protocol, sorted."""
         found = {"cmd", "reply", "report", "xid"}
