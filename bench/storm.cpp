@@ -96,8 +96,10 @@ struct Rig
         QEventLoop loop;
         VCTP3::CallbackGroup_set1 registered;
         QObject::connect(&registered, &VCTP3::CallbackGroup_set1::sig_ok, &loop, &QEventLoop::quit);
-        QObject::connect(&hub, &Glint::connected, &loop,
-            [&] { hub.cmd_channel_reports_register(channels(), groups(), registered); });
+        QObject::connect(&hub, &Glint::connected, &loop, [&] {
+            hub.cmd_channel_reports_register(
+                VeskStorm::channel_set(), VeskStorm::report_set(), registered);
+        });
         hub.set_server(server.address());
         loop.exec();
         hub.disconnect(&loop);
@@ -114,20 +116,6 @@ struct Rig
                 field_now = field;
         };
         return wanted;
-    }
-    static VCTP3::ChannelSet channels()
-    {
-        VCTP3::ChannelSet all;
-        for (unsigned int channel = 0; channel < Glint::channel_count; ++channel)
-            all.add_to_set(static_cast<VCTP3::Channel>(channel));
-        return all;
-    }
-    static VCTP3::ChannelReportSet groups()
-    {
-        VCTP3::ChannelReportSet all;
-        for (VCTP3::ChannelReportType group : VeskStorm::groups)
-            all.add_to_set(group);
-        return all;
     }
     /// Connects a slot to every signal of every channel.
     void listen()

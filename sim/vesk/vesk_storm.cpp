@@ -2,8 +2,10 @@
 #include "sim/vesk/vesk_storm.h"
 
 #include "sim/vesk/reports.h"
+#include "sim/vesk/vesk_channels.h"
 
 #include <cstdio>
+#include <iterator>
 
 using Group = VCTP3::ChannelReportType;
 using VCTP3::Layer;
@@ -87,6 +89,19 @@ VeskChannelReports::Levels VeskStormLayer::levels() const
     for (unsigned int track = 0; track < VeskChannelReports::audio_tracks; ++track)
         all[track] = static_cast<unsigned int>((phase + 13 * track) % 101);
     return all;
+}
+
+VCTP3::ChannelSet VeskStorm::channel_set()
+{
+    VCTP3::ChannelSet all;
+    for (unsigned int channel = 0; channel < VeskChannels::count; ++channel)
+        all.add_to_set(static_cast<VCTP3::Channel>(channel));
+    return all;
+}
+
+VCTP3::ChannelReportSet VeskStorm::report_set()
+{
+    return {groups, std::size(groups)};
 }
 
 XMLTree VeskStorm::report(

@@ -57,6 +57,10 @@ constexpr VCTP3::ChannelReportType groups[]
         VCTP3::ChannelReportType::aux_audio_speed, VCTP3::ChannelReportType::aux_audio_timecode,
         VCTP3::ChannelReportType::aux_audio_info, VCTP3::ChannelReportType::aux_audio_peak};
 
+/// All 40 of them, and all those groups, as one command registers for them.
+VCTP3::ChannelSet channel_set();
+VCTP3::ChannelReportSet report_set();
+
 /// As `VeskChannelReports::report`.
 XMLTree report(VCTP3::Channel channel, VCTP3::ChannelReportType group, VeskFieldClock const &clock);
 

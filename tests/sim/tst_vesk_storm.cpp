@@ -107,7 +107,7 @@ void TestVeskStorm::each_report_of_each_channel_comes_once_a_field_and_tells_the
     StormListener listener(&client, standard, StormListener::HighRate::all);
     client.connect_to_server(server.address());
     QTRY_VERIFY(client.is_connected());
-    client.cmd_channel_reports_register(StormListener::channels(), StormListener::groups());
+    client.cmd_channel_reports_register(VeskStorm::channel_set(), VeskStorm::report_set());
     QTRY_COMPARE(listener.came(1), channel_count * group_count);
     // A second, which goes by as fast as it can.
     int const second = int(VeskFieldClock(standard).fields_per_second());

@@ -52,21 +52,6 @@ public:
             });
     }
 
-    /// The channels that a storm is about, and all that they report.
-    static VCTP3::ChannelSet channels()
-    {
-        VCTP3::ChannelSet all;
-        for (int channel = 0; channel < channel_count; ++channel)
-            all.add_to_set(static_cast<VCTP3::Channel>(channel));
-        return all;
-    }
-    static VCTP3::ChannelReportSet groups()
-    {
-        VCTP3::ChannelReportSet all;
-        for (VCTP3::ChannelReportType group : VeskStorm::groups)
-            all.add_to_set(group);
-        return all;
-    }
     /// Kinds of reports, of all channels together, that came so often.
     int came(int times) const
     {
