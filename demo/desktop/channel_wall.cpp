@@ -14,15 +14,8 @@ constexpr TileLimits tile_limits{1.25, ChannelTile::least_size, {560, 480}};
 } // namespace
 
 ChannelWall::ChannelWall(Glint *server, QWidget *parent)
-    : TileGrid(tile_limits, parent)
-    , hub(server)
+    : ConfiguredWall(server, tile_limits, parent)
 {
-    // The items of a board change one after the other; one look at all of them is enough.
-    configuration_settled.setSingleShot(true);
-    configuration_settled.setInterval(0);
-    connect(hub->get_channel_config(), &CFChannelConfig::changed, &configuration_settled,
-        qOverload<>(&QTimer::start));
-    connect(&configuration_settled, &QTimer::timeout, this, &ChannelWall::follow_configuration);
     follow_configuration();
 }
 

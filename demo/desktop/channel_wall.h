@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "demo/desktop/tile_grid.h"
+#include "demo/desktop/configured_wall.h"
 
 #include <Tarn/ChannelSet>
-#include <Tarn/Glint>
-
-#include <QTimer>
 
 class ChannelTile;
 
 /// A tile for each channel that the server's configuration has, and which of them are selected.
 /// One tile has the cursor; the gang are the selected ones.
-class ChannelWall : public TileGrid
+class ChannelWall : public ConfiguredWall
 {
     Q_OBJECT
 
@@ -34,14 +31,12 @@ Q_SIGNALS:
     void selection_changed();
 
 private:
-    void follow_configuration();
+    void follow_configuration() final;
     void make_tiles(std::vector<unsigned int> const &channels);
     void tile_clicked(VCTP3::Channel channel, Qt::KeyboardModifiers modifiers);
     bool step_cursor(int columns, int rows);
     void select(ChannelTile *only);
 
-    Glint *const hub;
-    QTimer configuration_settled;
     QList<ChannelTile *> all;
     int cursor = 0;
 };

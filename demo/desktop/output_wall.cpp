@@ -15,14 +15,8 @@ constexpr unsigned int most_outputs = 40;
 } // namespace
 
 OutputWall::OutputWall(Glint *server, QWidget *parent)
-    : TileGrid(tile_limits, parent)
-    , hub(server)
+    : ConfiguredWall(server, tile_limits, parent)
 {
-    configuration_settled.setSingleShot(true);
-    configuration_settled.setInterval(0);
-    connect(hub->get_channel_config(), &CFChannelConfig::changed, &configuration_settled,
-        qOverload<>(&QTimer::start));
-    connect(&configuration_settled, &QTimer::timeout, this, &OutputWall::follow_configuration);
     follow_configuration();
 }
 

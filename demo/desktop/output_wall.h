@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "demo/desktop/tile_grid.h"
-
-#include <Tarn/Glint>
-
-#include <QTimer>
+#include "demo/desktop/configured_wall.h"
 
 class OutputTile;
 
 /// A tile for each output that a channel feeds.
-class OutputWall : public TileGrid
+class OutputWall : public ConfiguredWall
 {
     Q_OBJECT
 
@@ -18,10 +14,8 @@ public:
     OutputWall(Glint *hub, QWidget *parent);
 
 private:
-    void follow_configuration();
+    void follow_configuration() final;
     void make_tiles(QList<unsigned int> const &outputs);
 
-    Glint *const hub;
-    QTimer configuration_settled;
     QList<OutputTile *> all;
 };
