@@ -125,10 +125,12 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
     row("play A X", "bad value 'X' for SPEED: expected a factor such as 0.5 or -1X");
     row("play A 1XX", "bad value '1XX' for SPEED: expected a factor such as 0.5 or -1X");
     row("play A 1X more", "'more' is too much");
+    row("stop", "CHANNELS is missing");
     row("stop A-", "bad channels 'A-': expected a list such as A-D,F of A to AN");
     row("cue", "CHANNEL is missing");
     row("cue A", "CLIP is missing");
     row("cue A clip x", "bad value 'x' for GotoPosition: expected a number from 0 to 4294967295");
+    row("record", "CHANNEL is missing");
     row("record A", "CLIP is missing");
     row("record A clip --length x",
         "bad value 'x' for ClipLength: expected a number from 0 to 4294967295");
@@ -153,21 +155,25 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
     row("tally A", "'A' is too much");
     row("alerts --for 1", "no option --for of 'alerts'");
     row("health now", "'now' is too much");
-    row("meta", "a word is missing behind 'meta': expected one of get, set, erase, watch");
+    row("meta", "one of get, set, erase, watch is missing behind 'meta'");
     row("meta put d k v", "no 'meta put': expected one of get, set, erase, watch");
     row("meta get", "DATABASE is missing");
     row("meta get d p more", "'more' is too much");
+    row("meta set", "DATABASE is missing");
+    row("meta set d", "KEY is missing");
     row("meta set d k", "VALUE is missing");
     row("meta set d k v more", "'more' is too much");
+    row("meta erase", "DATABASE is missing");
     row("meta erase d", "KEY is missing");
     row("meta watch", "DATABASE is missing");
     row("meta watch d --prefix p", "no option --prefix of 'meta watch'");
     row("meta get d --prefix p", "no option --prefix of 'meta get'");
     row("meta set d k v --count 1", "no option --count of 'meta set'");
-    row("config", "a word is missing behind 'config': expected one of list, get, set");
+    row("config", "one of list, get, set is missing behind 'config'");
     row("config put name", "no 'config put': expected one of list, get, set");
     row("config list a b", "'b' is too much");
     row("config get", "NAME is missing");
+    row("config set", "NAME is missing");
     row("config set name", "VALUE is missing");
     row("--help fly",
         "no verb 'fly': expected one of call, watch, monitor, status, outputs, tally, alerts, "

@@ -67,10 +67,10 @@ bool check_sub_verb(CommandLine const &line, QString *error)
     QStringList const known = sub_verbs(*line.verb);
     if (known.contains(line.words.value(0)))
         return true;
-    QString const what = line.words.isEmpty()
-        ? QStringLiteral("a word is missing behind '%1'").arg(verb)
-        : QStringLiteral("no '%1 %2'").arg(verb, line.words[0]);
-    *error = what + QStringLiteral(": expected one of %1").arg(known.join(QStringLiteral(", ")));
+    QString const one_of = QStringLiteral("one of %1").arg(known.join(QStringLiteral(", ")));
+    *error = line.words.isEmpty()
+        ? QStringLiteral("%1 is missing behind '%2'").arg(one_of, verb)
+        : QStringLiteral("no '%1 %2': expected %3").arg(verb, line.words[0], one_of);
     return false;
 }
 
