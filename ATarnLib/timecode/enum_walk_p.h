@@ -5,12 +5,23 @@
 
 namespace Corvane {
 
-template <typename Enum> bool walk_to_next(Enum *value, Enum last)
+/// The valid values of an enumeration follow each other.
+template <typename Enum> bool walk_to_next(Enum *value)
 {
-    if (!isValid(*value) || *value == last)
+    if (!isValid(*value))
         return false;
-    *value = static_cast<Enum>(static_cast<int>(*value) + 1);
+    auto const next = static_cast<Enum>(static_cast<int>(*value) + 1);
+    if (!isValid(next))
+        return false;
+    *value = next;
     return true;
+}
+
+/// The protocol counts from 0 what counts from 1 here. \a is_valid: of the protocol's value.
+template <typename Enum, typename Wire> Enum from_wire(Wire value, bool (*is_valid)(int))
+{
+    int const number = static_cast<int>(value);
+    return is_valid(number) ? static_cast<Enum>(number + 1) : Enum::invalid;
 }
 
 /// The first value whose text is \a text.

@@ -37,7 +37,7 @@ bool getfirst(TrackType *value)
 
 bool getnext(TrackType *value)
 {
-    return walk_to_next(value, TrackType::timecode);
+    return walk_to_next(value);
 }
 
 bool getfirst(TrackSet *value)
@@ -48,7 +48,7 @@ bool getfirst(TrackSet *value)
 
 bool getnext(TrackSet *value)
 {
-    return walk_to_next(value, static_cast<TrackSet>(bits(TrackSet::invalid) - 1));
+    return walk_to_next(value);
 }
 
 AString toString(TrackType type)
@@ -63,9 +63,7 @@ TrackType toTrackType(AString const &text)
 
 TrackType toTrackType(VCTP3::TrackType type)
 {
-    return VCTP3::valid_TrackType(static_cast<int>(type))
-        ? static_cast<TrackType>(static_cast<int>(type) + 1)
-        : TrackType::invalid;
+    return from_wire<TrackType>(type, VCTP3::valid_TrackType);
 }
 
 AString toString(TrackSet set)

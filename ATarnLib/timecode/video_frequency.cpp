@@ -43,7 +43,7 @@ bool getfirst(VideoFrequency *value)
 
 bool getnext(VideoFrequency *value)
 {
-    return walk_to_next(value, VideoFrequency::v23_98);
+    return walk_to_next(value);
 }
 
 bool getfirst(VideoRoughFrequency *value)
@@ -54,7 +54,7 @@ bool getfirst(VideoRoughFrequency *value)
 
 bool getnext(VideoRoughFrequency *value)
 {
-    return walk_to_next(value, VideoRoughFrequency::v24);
+    return walk_to_next(value);
 }
 
 bool getfirst(DropframeFlag *value)
@@ -65,7 +65,7 @@ bool getfirst(DropframeFlag *value)
 
 bool getnext(DropframeFlag *value)
 {
-    return walk_to_next(value, DropframeFlag::ndf);
+    return walk_to_next(value);
 }
 
 AString toString(VideoFrequency frequency)
@@ -80,9 +80,7 @@ VideoFrequency toVideoFrequency(AString const &text)
 
 VideoFrequency toVideoFrequency(VCTP3::VideoRate rate)
 {
-    return VCTP3::valid_VideoRate(static_cast<int>(rate))
-        ? static_cast<VideoFrequency>(static_cast<int>(rate) + 1)
-        : VideoFrequency::invalid;
+    return from_wire<VideoFrequency>(rate, VCTP3::valid_VideoRate);
 }
 
 VCTP3::VideoRate to_vctp3(VideoFrequency frequency)
@@ -132,9 +130,7 @@ DropframeFlag toDropframeFlag(AString const &text)
 
 DropframeFlag toDropframeFlag(VCTP3::DropFrameFlag flag)
 {
-    return VCTP3::valid_DropFrameFlag(static_cast<int>(flag))
-        ? static_cast<DropframeFlag>(static_cast<int>(flag) + 1)
-        : DropframeFlag::invalid;
+    return from_wire<DropframeFlag>(flag, VCTP3::valid_DropFrameFlag);
 }
 
 VCTP3::DropFrameFlag to_vctp3(DropframeFlag flag)

@@ -50,7 +50,7 @@ bool getfirst(VideoResolution *value)
 
 bool getnext(VideoResolution *value)
 {
-    return walk_to_next(value, VideoResolution::v525i);
+    return walk_to_next(value);
 }
 
 AString toString(VideoResolution resolution)
@@ -65,9 +65,7 @@ VideoResolution toVideoResolution(AString const &text)
 
 VideoResolution toVideoResolution(VCTP3::VideoResolution resolution)
 {
-    return VCTP3::valid_VideoResolution(static_cast<int>(resolution))
-        ? static_cast<VideoResolution>(static_cast<int>(resolution) + 1)
-        : VideoResolution::invalid;
+    return from_wire<VideoResolution>(resolution, VCTP3::valid_VideoResolution);
 }
 
 unsigned int width(VideoResolution resolution)

@@ -70,7 +70,7 @@ bool getfirst(VideoStandard *value)
 
 bool getnext(VideoStandard *value)
 {
-    return walk_to_next(value, VideoStandard::v525i_59_94);
+    return walk_to_next(value);
 }
 
 AString toString(VideoStandard standard)
