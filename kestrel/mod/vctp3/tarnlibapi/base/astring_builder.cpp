@@ -30,6 +30,20 @@ AStringChunk *make_chunk(void *memory, unsigned long long room)
     return chunk;
 }
 
+/// Lets \a write fill the room for \a n code points, chunk by chunk.
+template <typename Write>
+void append_by_chunks(AStringBuilder *builder, unsigned long long n, Write const &write)
+{
+    while (n != 0) {
+        unsigned long long part = 0;
+        AChar *to = builder->room(&part);
+        part = std::min(part, n);
+        write(to, part);
+        builder->commit(part);
+        n -= part;
+    }
+}
+
 } // namespace
 
 void AStringInternalStorageStruct::destroy(AStringInternalStorageStruct *store) noexcept
@@ -139,40 +153,24 @@ void AStringBuilder::append(AString const &s)
 
 void AStringBuilder::append(AChar const *text, unsigned long long n)
 {
-    while (n != 0) {
-        unsigned long long part = 0;
-        AChar *to = room(&part);
-        part = std::min(part, n);
+    append_by_chunks(this, n, [&text](AChar *to, unsigned long long part) {
         std::copy_n(text, part, to);
-        commit(part);
         text += part;
-        n -= part;
-    }
+    });
 }
 
 void AStringBuilder::append_repeated(AChar c, unsigned long long n)
 {
-    while (n != 0) {
-        unsigned long long part = 0;
-        AChar *to = room(&part);
-        part = std::min(part, n);
-        std::fill_n(to, part, c);
-        commit(part);
-        n -= part;
-    }
+    append_by_chunks(
+        this, n, [c](AChar *to, unsigned long long part) { std::fill_n(to, part, c); });
 }
 
 void AStringBuilder::append_latin1(char const *text, unsigned long long n)
 {
-    while (n != 0) {
-        unsigned long long part = 0;
-        AChar *to = room(&part);
-        part = std::min(part, n);
+    append_by_chunks(this, n, [&text](AChar *to, unsigned long long part) {
         AStringBlocks::widen_latin1(text, part, to);
-        commit(part);
         text += part;
-        n -= part;
-    }
+    });
 }
 
 unsigned long long AStringBuilder::append_utf8(char const *text, unsigned long long n)
