@@ -7,12 +7,11 @@
 #include "sim/vesk/vesk_sim.h"
 #include "sim/vesk/vesk_world.h"
 #include "tests/glint/wire_log.h"
+#include "tests/support/event_loop.h"
 #include "tests/support/loopback_address.h"
 
-#include <QCoreApplication>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimerEvent>
 #include <memory>
 
 /// A hub and a simulated server on an address of its own, not yet connected.
@@ -59,12 +58,7 @@ struct HubBench
     }
 
     /// What happens every ten seconds, now. It never happens by itself here.
-    void ten_seconds_pass()
-    {
-        ATimer *timer = ten_second_timer();
-        QTimerEvent event(timer->timerId());
-        QCoreApplication::sendEvent(timer, &event);
-    }
+    void ten_seconds_pass() { EventLoop::fire(ten_second_timer()); }
     /// Sets up the first quad of the board, and waits until the hub knows.
     bool set_board(char const *configuration)
     {

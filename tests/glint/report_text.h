@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "kestrel/mod/vctp3/tarnlibapi/protocol/enums.h"
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/records.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse.h"
 
 #include <QByteArray>
@@ -29,6 +29,16 @@ inline QByteArray timecode_record(int position)
 {
     return "<Valid>true</Valid><VideoStandard>1080_50i</VideoStandard><FieldNumber>"
         + QByteArray::number(position) + "</FieldNumber>";
+}
+
+/// The same as a value.
+inline VCTP3::Timecode timecode_value(int position)
+{
+    VCTP3::Timecode timecode;
+    timecode.valid = true;
+    timecode.set_std(VCTP3::VideoStandard::v1080_50i);
+    timecode.set_position(position);
+    return timecode;
 }
 
 /// A report of one channel with the given fields behind its letter.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/base/aobject_relay.h"
 #include "ATarnLib/glint/asignal_router.h"
+#include "tests/support/event_loop.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -72,15 +73,6 @@ namespace {
 
 QString const attached_number = QStringLiteral("+2sig_number(uint)");
 QString const detached_number = QStringLiteral("-2sig_number(uint)");
-
-void turn()
-{
-    bool done = false;
-    QObject context;
-    QMetaObject::invokeMethod(
-        &context, [&done] { done = true; }, Qt::QueuedConnection);
-    QTRY_VERIFY(done);
-}
 
 } // namespace
 
@@ -177,11 +169,11 @@ void TestASignalMonitor::each_listener_is_told_and_the_end_of_the_last()
     connect(&watched, &Watched::sig_text, this, [] {});
     QCOMPARE(watched.told, QStringList({attached_number, attached_number}));
     disconnect(first);
-    turn();
+    EventLoop::turn();
     QCOMPARE(watched.told.size(), 2);
     disconnect(second);
     QTRY_COMPARE(watched.told, QStringList({attached_number, attached_number, detached_number}));
-    turn();
+    EventLoop::turn();
     QCOMPARE(watched.told.size(), 3);
 }
 
@@ -208,7 +200,7 @@ void TestASignalMonitor::a_removed_monitor_hears_nothing()
     QVERIFY(!watched.remove_sig_monitor(
         "2sig_number(uint)", "1note_attach(QByteArray)", "1note_detach(QByteArray)"));
     disconnect(connect(&watched, &Watched::sig_number, this, [] {}));
-    turn();
+    EventLoop::turn();
     QCOMPARE(watched.told, QStringList());
 }
 
@@ -264,7 +256,7 @@ void TestASignalMonitor::coming_back_at_once_is_no_end()
         "2sig_number(uint)", "1note_attach(QByteArray)", "1note_detach(QByteArray)");
     disconnect(connect(&watched, &Watched::sig_number, this, [] {}));
     connect(&watched, &Watched::sig_number, this, [] {});
-    turn();
+    EventLoop::turn();
     QCOMPARE(watched.told, QStringList({attached_number, attached_number}));
 }
 
@@ -279,13 +271,13 @@ void TestASignalMonitor::a_listener_that_comes_with_the_end_of_another_signal_st
     disconnect(connect(&watched, &Watched::sig_text, this, [] {}));
     disconnect(connect(&watched, &Watched::sig_number, this, [] {}));
     watched.told.clear();
-    turn();
+    EventLoop::turn();
     QCOMPARE(
         watched.told, QStringList({detached_number, QStringLiteral("+2sig_text(QString,int)")}));
     // And its own end is told later.
     watched.told.clear();
     disconnect(&watched, &Watched::sig_text, this, nullptr);
-    turn();
+    EventLoop::turn();
     QCOMPARE(watched.told, QStringList(QStringLiteral("-2sig_text(QString,int)")));
 }
 
@@ -423,7 +415,7 @@ void TestASignalMonitor::a_source_may_go_first()
     source.reset();
     int heard = 0;
     disconnect(connect(&router, &Exit::sig_out, this, [&heard] { ++heard; }));
-    turn();
+    EventLoop::turn();
     QCOMPARE(heard, 0);
 }
 
@@ -521,7 +513,7 @@ void TestASignalMonitor::routes_may_be_added_and_removed_by_several_threads()
         source.slot((round + 1) % 2);
         QCOMPARE(heard, 1);
         disconnect(&router, nullptr, &listener, nullptr);
-        turn();
+        EventLoop::turn();
     }
 }
 

@@ -2,13 +2,14 @@
 #include "ATarnLib/glint/channel_monitor.h"
 #include "tests/glint/hub_bench.h"
 #include "tests/glint/own_signals.h"
+#include "tests/glint/report_text.h"
+#include "tests/glint/signal_notes.h"
 #include "tests/support/assert_log.h"
 
 #include <QSignalSpy>
 #include <QTest>
 #include <thread>
 
-using Corvane::ATimecode;
 using VCTP3::Channel;
 using VCTP3::ChannelStatus;
 
@@ -23,17 +24,12 @@ std::vector<Signal> const &signal_table()
 
 QString registered(char const *report)
 {
-    return QStringLiteral("channel_report_register B %1").arg(QString::fromLatin1(report));
+    return WireLog::registration("B", report);
 }
 
 QString unregistered(char const *report)
 {
-    return QStringLiteral("channel_report_unregister B %1").arg(QString::fromLatin1(report));
-}
-
-QStringList channel_reports(WireLog const &log)
-{
-    return log.commands(QStringLiteral("channel_report"));
+    return WireLog::unregistration("B", report);
 }
 
 /// A bench with a monitor of channel B.
@@ -48,61 +44,35 @@ struct MonitorBench : HubBench
     ChannelMonitor monitor;
 };
 
-/// Lists all that a monitor emits.
-std::shared_ptr<QStringList> note_all(ChannelMonitor *monitor)
+/// All that a monitor emits.
+struct MonitorNotes : SignalNotes
 {
-    auto const heard = std::make_shared<QStringList>();
-    auto const note = [heard](char const *name, QString const &value) {
-        heard->append(QString::fromLatin1(name) + QLatin1Char(' ') + value);
-    };
-    using M = ChannelMonitor;
-    auto const number = [note](char const *name) {
-        return [=](auto value) { note(name, QString::number(static_cast<long long>(value))); };
-    };
-    auto const timecode = [note](char const *name) {
-        return [=](ATimecode const &value) { note(name, QString(value.toString(4))); };
-    };
-    auto const clip
-        = [note](char const *name) { return [=](QString const &value) { note(name, value); }; };
-    auto const information = [note](char const *name) {
-        return [=](VCTP3::ChannelInformation const &value) {
-            note(name, QString::number(value.cliplength));
-        };
-    };
-    QObject::connect(monitor, &M::sig_status, monitor, number("status"));
-    QObject::connect(monitor, &M::sig_clipid, monitor, clip("clipid"));
-    QObject::connect(monitor, &M::sig_speed, monitor, number("speed"));
-    QObject::connect(monitor, &M::sig_timecodes, monitor,
-        [note](unsigned int position) { note("timecodes", QString::number(position)); });
-    QObject::connect(monitor, &M::sig_clip_position, monitor, number("position"));
-    QObject::connect(monitor, &M::sig_display_timecode, monitor, timecode("display"));
-    QObject::connect(monitor, &M::sig_input_timecode, monitor, timecode("input"));
-    QObject::connect(monitor, &M::sig_channel_information, monitor, information("info"));
-    QObject::connect(
-        monitor, &M::sig_playback_mode, monitor, [note](AOption<VCTP3::Playback> const &mode) {
-            note("mode", mode ? QString::number(int(*mode)) : QStringLiteral("none"));
-        });
-    QObject::connect(monitor, &M::sig_peak, monitor, number("peak"));
-    QObject::connect(monitor, &M::sig_aux_status, monitor, number("aux_status"));
-    QObject::connect(monitor, &M::sig_aux_clipid, monitor, clip("aux_clipid"));
-    QObject::connect(monitor, &M::sig_aux_speed, monitor, number("aux_speed"));
-    QObject::connect(monitor, &M::sig_aux_position, monitor, number("aux_position"));
-    QObject::connect(monitor, &M::sig_aux_information, monitor, information("aux_info"));
-    QObject::connect(monitor, &M::sig_aux_peak, monitor, number("aux_peak"));
-    return heard;
-}
+    explicit MonitorNotes(ChannelMonitor *monitor)
+    {
+        using M = ChannelMonitor;
+        hear(monitor, &M::sig_status, "status");
+        hear(monitor, &M::sig_clipid, "clipid");
+        hear(monitor, &M::sig_speed, "speed");
+        hear(monitor, &M::sig_timecodes, "timecodes");
+        hear(monitor, &M::sig_clip_position, "position");
+        hear(monitor, &M::sig_display_timecode, "display");
+        hear(monitor, &M::sig_input_timecode, "input");
+        hear(monitor, &M::sig_channel_information, "info");
+        hear(monitor, &M::sig_playback_mode, "mode");
+        hear(monitor, &M::sig_peak, "peak");
+        hear(monitor, &M::sig_aux_status, "aux_status");
+        hear(monitor, &M::sig_aux_clipid, "aux_clipid");
+        hear(monitor, &M::sig_aux_speed, "aux_speed");
+        hear(monitor, &M::sig_aux_position, "aux_position");
+        hear(monitor, &M::sig_aux_information, "aux_info");
+        hear(monitor, &M::sig_aux_peak, "aux_peak");
+    }
+};
 
-QStringList words(std::initializer_list<char const *> texts)
-{
-    QStringList result;
-    for (char const *text : texts)
-        result.append(QString::fromUtf8(text));
-    return result;
-}
-
-QStringList const defaults = words({"status 1", "clipid ", "speed 0", "timecodes 0", "position 0",
-    "display (invalid)", "input (invalid)", "info 0", "mode none", "peak 0", "aux_status 1",
-    "aux_clipid ", "aux_speed 0", "aux_position 0", "aux_info 0", "aux_peak 0"});
+QStringList const defaults = SignalNotes::of(
+    {"status 1", "clipid ", "speed 0", "timecodes 0 (invalid) (invalid)", "position 0",
+        "display (invalid)", "input (invalid)", "info 0", "mode none", "peak 0", "aux_status 1",
+        "aux_clipid ", "aux_speed 0", "aux_position 0", "aux_info 0", "aux_peak 0"});
 
 } // namespace
 
@@ -168,7 +138,7 @@ void TestChannelMonitor::may_be_configured_in_any_order()
     QVERIFY(!monitor.channel_is(Channel::A));
     connect(&monitor, &ChannelMonitor::sig_speed, this, [] {});
     QVERIFY(bench.connect());
-    QCOMPARE(channel_reports(bench.log), QStringList(registered("speed")));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registered("speed")));
 }
 
 void TestChannelMonitor::another_channel_is_an_assertion()
@@ -202,7 +172,7 @@ void TestChannelMonitor::another_hub_is_an_assertion_when_the_first_has_gone()
     monitor.config_api(bench.hub.get());
     QCOMPARE(asserts.take(), QStringList(QStringLiteral("api == 0")));
     QVERIFY(bench.connect());
-    QCOMPARE(channel_reports(bench.log), QStringList());
+    QCOMPARE(bench.log.channel_reports(), QStringList());
 }
 
 void TestChannelMonitor::listening_registers_and_leaving_unregisters_data()
@@ -223,14 +193,14 @@ void TestChannelMonitor::listening_registers_and_leaving_unregisters()
     auto const second = signal.connect(&bench.monitor, this);
     QVERIFY(bench.sync());
     // Each listener registers, so that the server tells it the present value.
-    QCOMPARE(channel_reports(bench.log),
+    QCOMPARE(bench.log.channel_reports(),
         QStringList({registered(signal.report), registered(signal.report)}));
     bench.log.take();
     disconnect(first);
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log), QStringList());
+    QCOMPARE(bench.log.channel_reports(), QStringList());
     disconnect(second);
-    QTRY_COMPARE(channel_reports(bench.log), QStringList(unregistered(signal.report)));
+    QTRY_COMPARE(bench.log.channel_reports(), QStringList(unregistered(signal.report)));
 }
 
 void TestChannelMonitor::a_report_stays_while_another_of_its_signals_is_listened_to_data()
@@ -290,10 +260,10 @@ void TestChannelMonitor::a_connection_registers_in_report_order()
                            .to_string()
                            .c_str()));
     QVERIFY(bench.connect());
-    QCOMPARE(channel_reports(bench.log), expected);
+    QCOMPARE(bench.log.channel_reports(), expected);
     bench.log.take();
     QVERIFY(bench.reconnect());
-    QCOMPARE(channel_reports(bench.log), expected);
+    QCOMPARE(bench.log.channel_reports(), expected);
 }
 
 void TestChannelMonitor::is_registered_when_configured_while_connected()
@@ -304,7 +274,7 @@ void TestChannelMonitor::is_registered_when_configured_while_connected()
     connect(&monitor, &ChannelMonitor::sig_status, this, [] {});
     monitor.config(bench.hub.get(), Channel::B);
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log), QStringList(registered("status")));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registered("status")));
 }
 
 void TestChannelMonitor::timecodes_are_emitted_again_while_unconnected()
@@ -322,7 +292,7 @@ void TestChannelMonitor::timecodes_are_emitted_again_while_unconnected()
     // `connected` does so too, should it come without a connection.
     bench.monitor.connected();
     QCOMPARE(displays, 2);
-    QCOMPARE(channel_reports(bench.log), QStringList());
+    QCOMPARE(bench.log.channel_reports(), QStringList());
 }
 
 void TestChannelMonitor::uses_of_timecode_register_once_and_unregister_nothing()
@@ -332,7 +302,7 @@ void TestChannelMonitor::uses_of_timecode_register_once_and_unregister_nothing()
     bench.monitor.timecode_use_add();
     bench.monitor.timecode_use_add();
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log), QStringList(registered("timecode")));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registered("timecode")));
     // A listener that comes and goes does not end the use.
     disconnect(connect(&bench.monitor, &ChannelMonitor::sig_clip_position, this, [] {}));
     QVERIFY(bench.sync());
@@ -344,7 +314,7 @@ void TestChannelMonitor::uses_of_timecode_register_once_and_unregister_nothing()
     bench.log.take();
     bench.monitor.timecode_use_add();
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log), QStringList(registered("timecode")));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registered("timecode")));
 }
 
 void TestChannelMonitor::a_use_that_is_not_there_cannot_be_removed()
@@ -355,7 +325,7 @@ void TestChannelMonitor::a_use_that_is_not_there_cannot_be_removed()
     QVERIFY(!bench.monitor.has_receiver_timecode());
     bench.monitor.timecode_use_add();
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log), QStringList(registered("timecode")));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registered("timecode")));
 }
 
 void TestChannelMonitor::another_thread_may_use_timecode()
@@ -373,7 +343,7 @@ void TestChannelMonitor::another_thread_may_use_timecode()
     QVERIFY(bench.connect());
     bench.log.take();
     std::thread([&bench] { bench.monitor.timecode_use_add(); }).join();
-    QTRY_COMPARE(channel_reports(bench.log), QStringList(registered("timecode")));
+    QTRY_COMPARE(bench.log.channel_reports(), QStringList(registered("timecode")));
 }
 
 void TestChannelMonitor::reports_reach_the_signals()
@@ -381,15 +351,12 @@ void TestChannelMonitor::reports_reach_the_signals()
     Glint hub(false);
     ChannelMonitor monitor;
     monitor.config(&hub, Channel::B);
-    auto const heard = note_all(&monitor);
-    heard->clear();
+    MonitorNotes heard(&monitor);
+    heard.clear();
     VCTP3::ChannelInformation information;
     information.set_cliplength(9);
     information.set_playback(VCTP3::Playback::field);
-    VCTP3::Timecode timecode;
-    timecode.valid = true;
-    timecode.set_std(VCTP3::VideoStandard::v1080_50i);
-    timecode.set_position(50);
+    VCTP3::Timecode const timecode = ReportText::timecode_value(50);
 
     Q_EMIT hub.report_channel_status(Channel::B, ChannelStatus::play, AString::l1("a"));
     Q_EMIT hub.report_channel_status(Channel::B, ChannelStatus::stop, {});
@@ -404,11 +371,11 @@ void TestChannelMonitor::reports_reach_the_signals()
     Q_EMIT hub.report_channel_aux_audio_timecode(Channel::B, 8);
     Q_EMIT hub.report_channel_aux_audio_info(Channel::B, information);
     Q_EMIT hub.report_channel_aux_audio_peak(Channel::B, AString::l1("6"));
-    QCOMPARE(*heard,
-        words({"status 4", "clipid a", "status 3", "clipid b", "speed -65536", "timecodes 4",
-            "position 4", "display 00.00.01.00", "input (invalid)", "info 9", "mode 1", "peak 5",
-            "aux_status 2", "aux_clipid c", "aux_clipid d", "aux_speed 7", "aux_position 8",
-            "aux_info 9", "aux_peak 6"}));
+    QCOMPARE(heard.lines(),
+        SignalNotes::of({"status 4", "clipid a", "status 3", "clipid b", "speed -65536",
+            "timecodes 4 00.00.01.00 (invalid)", "position 4", "display 00.00.01.00",
+            "input (invalid)", "info 9", "mode 1", "peak 5", "aux_status 2", "aux_clipid c",
+            "aux_clipid d", "aux_speed 7", "aux_position 8", "aux_info 9", "aux_peak 6"}));
 }
 
 void TestChannelMonitor::reports_of_other_channels_are_passed_over()
@@ -416,8 +383,8 @@ void TestChannelMonitor::reports_of_other_channels_are_passed_over()
     Glint hub(false);
     ChannelMonitor monitor;
     monitor.config_api(&hub);
-    auto const heard = note_all(&monitor);
-    heard->clear();
+    MonitorNotes heard(&monitor);
+    heard.clear();
     // Without a channel, and then of another one.
     for (int round = 0; round < 2; ++round) {
         monitor.report_channel_status(Channel::A, ChannelStatus::play, AString::l1("x"));
@@ -432,7 +399,7 @@ void TestChannelMonitor::reports_of_other_channels_are_passed_over()
         monitor.report_channel_aux_audio_timecode(Channel::A, 1);
         monitor.report_channel_aux_audio_info(Channel::A, {});
         monitor.report_channel_aux_audio_peak(Channel::A, AString::l1("1"));
-        QCOMPARE(*heard, QStringList());
+        QCOMPARE(heard.lines(), QStringList());
         monitor.config_channel(Channel::B);
     }
 }
@@ -441,16 +408,16 @@ void TestChannelMonitor::a_lost_connection_blanks_all()
 {
     MonitorBench bench;
     QVERIFY(bench.connect());
-    auto const heard = note_all(&bench.monitor);
+    MonitorNotes heard(&bench.monitor);
     QVERIFY(bench.sync());
     // What the workers decode comes last.
-    QTRY_COMPARE(heard->filter(QStringLiteral("timecodes ")).size(), 1);
-    QTRY_COMPARE(heard->filter(QStringLiteral("aux_position ")).size(), 1);
-    QTRY_COMPARE(heard->filter(QStringLiteral("peak ")).size(), 2);
+    QTRY_COMPARE(heard.lines().filter(QStringLiteral("timecodes ")).size(), 1);
+    QTRY_COMPARE(heard.lines().filter(QStringLiteral("aux_position ")).size(), 1);
+    QTRY_COMPARE(heard.lines().filter(QStringLiteral("peak ")).size(), 2);
     bench.monitor.report_channel_speed(Channel::B, 65536);
-    heard->clear();
+    heard.clear();
     bench.server.stop();
-    QTRY_COMPARE(*heard, defaults);
+    QTRY_COMPARE(heard.lines(), defaults);
 }
 
 void TestChannelMonitor::a_report_behind_the_end_of_the_connection_is_passed_over()

@@ -1,54 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/glint_channel_monitor.h"
-#include "tests/glint/channel_signals.h"
 #include "tests/glint/hub_bench.h"
+#include "tests/glint/monitor_signals.h"
+#include "tests/glint/report_text.h"
+#include "tests/glint/signal_notes.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/event_loop.h"
 
 #include <QSignalSpy>
 #include <QTest>
 #include <thread>
 
-using Corvane::ATimecode;
 using VCTP3::Channel;
 using VCTP3::ChannelStatus;
 
 namespace {
 
 using Monitor = GlintChannelMonitor;
-using Signal = ChannelSignals::Signal;
+using Signal = MonitorSignal<Monitor>;
 
 QString registration(char const *report)
 {
-    return QStringLiteral("channel_report_register C %1").arg(QString::fromLatin1(report));
+    return WireLog::registration("C", report);
 }
 
 QString unregistration(char const *report)
 {
-    return registration(report).replace(QStringLiteral("register"), QStringLiteral("unregister"));
-}
-
-QStringList channel_reports(WireLog const &log)
-{
-    return log.commands(QStringLiteral("channel_report"));
-}
-
-/// Waits until what is queued now has run.
-void turn()
-{
-    bool done = false;
-    QObject context;
-    QMetaObject::invokeMethod(
-        &context, [&done] { done = true; }, Qt::QueuedConnection);
-    QTRY_VERIFY(done);
-}
-
-VCTP3::Timecode wire_timecode(int position)
-{
-    VCTP3::Timecode timecode;
-    timecode.valid = true;
-    timecode.set_std(VCTP3::VideoStandard::v1080_50i);
-    timecode.set_position(position);
-    return timecode;
+    return WireLog::unregistration("C", report);
 }
 
 } // namespace
@@ -121,14 +99,14 @@ void TestGlintChannelMonitor::has_its_names_and_defaults()
 void TestGlintChannelMonitor::signals_are_known_by_their_method_data()
 {
     QTest::addColumn<int>("index");
-    for (std::size_t i = 0; i < ChannelSignals::all().size(); ++i)
-        QTest::newRow(ChannelSignals::all()[i].name) << int(i);
+    for (std::size_t i = 0; i < MonitorSignals::of_channel().size(); ++i)
+        QTest::newRow(MonitorSignals::of_channel()[i].name) << int(i);
 }
 
 void TestGlintChannelMonitor::signals_are_known_by_their_method()
 {
     QFETCH(int, index);
-    Signal const &signal = ChannelSignals::all()[std::size_t(index)];
+    Signal const &signal = MonitorSignals::of_channel()[std::size_t(index)];
     QCOMPARE(signal.method().name(), QByteArray("report_") + signal.name);
 }
 
@@ -140,7 +118,7 @@ void TestGlintChannelMonitor::a_first_listener_registers_once_and_each_gets_the_
 void TestGlintChannelMonitor::a_first_listener_registers_once_and_each_gets_the_value()
 {
     QFETCH(int, index);
-    Signal const &signal = ChannelSignals::all()[std::size_t(index)];
+    Signal const &signal = MonitorSignals::of_channel()[std::size_t(index)];
     HubBench bench;
     QVERIFY(bench.connect());
     Monitor *monitor = bench.hub->get_channel_monitor(2);
@@ -151,13 +129,13 @@ void TestGlintChannelMonitor::a_first_listener_registers_once_and_each_gets_the_
     // The present value, and what the server says to the registration.
     QTRY_COMPARE(first, 2);
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log), QStringList(registration(signal.report)));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registration(signal.report)));
 
     signal.connect(monitor, &listener, [&second] { ++second; });
     QCOMPARE(second, 0);
     QTRY_COMPARE(second, 1);
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log).size(), 1);
+    QCOMPARE(bench.log.channel_reports().size(), 1);
 }
 
 void TestGlintChannelMonitor::the_first_value_comes_from_the_event_loop()
@@ -173,7 +151,7 @@ void TestGlintChannelMonitor::the_first_value_comes_from_the_event_loop()
     // A listener that has left before the event loop came to it.
     QList<ChannelStatus> never;
     disconnect(connect(monitor, &Monitor::report_speed, this, [&never] { never.append({}); }));
-    turn();
+    EventLoop::turn();
     QVERIFY(never.isEmpty());
 }
 
@@ -186,7 +164,7 @@ void TestGlintChannelMonitor::
 void TestGlintChannelMonitor::a_listener_while_unconnected_sends_nothing_until_the_next_connection()
 {
     QFETCH(int, index);
-    Signal const &signal = ChannelSignals::all()[std::size_t(index)];
+    Signal const &signal = MonitorSignals::of_channel()[std::size_t(index)];
     HubBench bench;
     QSignalSpy sends(bench.hub.get(), &Glint::indirect_send);
     QObject listener;
@@ -195,7 +173,7 @@ void TestGlintChannelMonitor::a_listener_while_unconnected_sends_nothing_until_t
     QTRY_COMPARE(heard, 1);
     QCOMPARE(sends.count(), 0);
     QVERIFY(bench.connect());
-    QCOMPARE(channel_reports(bench.log), QStringList(registration(signal.report)));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registration(signal.report)));
 }
 
 void TestGlintChannelMonitor::a_report_stays_registered_until_the_ten_second_pass_data()
@@ -206,20 +184,20 @@ void TestGlintChannelMonitor::a_report_stays_registered_until_the_ten_second_pas
 void TestGlintChannelMonitor::a_report_stays_registered_until_the_ten_second_pass()
 {
     QFETCH(int, index);
-    Signal const &signal = ChannelSignals::all()[std::size_t(index)];
+    Signal const &signal = MonitorSignals::of_channel()[std::size_t(index)];
     HubBench bench;
     QVERIFY(bench.connect());
     QObject listener;
     auto const connection = signal.connect(bench.hub->get_channel_monitor(2), &listener, [] {});
-    turn();
+    EventLoop::turn();
     disconnect(connection);
-    turn();
+    EventLoop::turn();
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log), QStringList(registration(signal.report)));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registration(signal.report)));
     bench.ten_seconds_pass();
     bench.ten_seconds_pass();
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log),
+    QCOMPARE(bench.log.channel_reports(),
         QStringList({registration(signal.report), unregistration(signal.report)}));
 }
 
@@ -246,19 +224,19 @@ void TestGlintChannelMonitor::signals_of_one_report_are_counted_together()
     QVERIFY(bench.connect());
     QObject listener;
     QList<QMetaObject::Connection> connections;
-    for (Signal const &signal : ChannelSignals::all())
+    for (Signal const &signal : MonitorSignals::of_channel())
         if (report == signal.report)
             connections.append(signal.connect(bench.hub->get_channel_monitor(2), &listener, [] {}));
     QVERIFY(connections.size() >= 2);
-    turn();
+    EventLoop::turn();
     while (!connections.isEmpty()) {
         QVERIFY(bench.sync());
-        QCOMPARE(channel_reports(bench.log), QStringList(registration(report.constData())));
+        QCOMPARE(bench.log.channel_reports(), QStringList(registration(report.constData())));
         disconnect(connections.takeFirst());
         bench.ten_seconds_pass();
     }
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log),
+    QCOMPARE(bench.log.channel_reports(),
         QStringList({registration(report.constData()), unregistration(report.constData())}));
 }
 
@@ -269,14 +247,14 @@ void TestGlintChannelMonitor::disconnecting_and_connecting_again_sends_nothing()
     Monitor *monitor = bench.hub->get_channel_monitor(2);
     auto const listen = [&] { return connect(monitor, &Monitor::report_speed, this, [] {}); };
     auto connection = listen();
-    turn();
+    EventLoop::turn();
     disconnect(connection);
-    turn();
+    EventLoop::turn();
     connection = listen();
-    turn();
+    EventLoop::turn();
     bench.ten_seconds_pass();
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log), QStringList(registration("speed")));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registration("speed")));
     disconnect(connection);
 }
 
@@ -295,7 +273,7 @@ void TestGlintChannelMonitor::losing_the_listener_while_unconnected_sends_nothin
     bench.server.restart(VeskState::keep);
     QTRY_VERIFY(bench.hub->is_connected());
     QVERIFY(bench.sync());
-    QCOMPARE(channel_reports(bench.log), QStringList());
+    QCOMPARE(bench.log.channel_reports(), QStringList());
 }
 
 void TestGlintChannelMonitor::every_way_of_leaving_is_seen_data()
@@ -316,7 +294,7 @@ void TestGlintChannelMonitor::every_way_of_leaving_is_seen()
     Monitor *monitor = bench.hub->get_channel_monitor(2);
     auto listener = std::make_unique<QObject>();
     auto const connection = connect(monitor, &Monitor::report_speed, listener.get(), [] {});
-    turn();
+    EventLoop::turn();
     switch (way) {
     case 0:
         disconnect(connection);
@@ -336,7 +314,7 @@ void TestGlintChannelMonitor::every_way_of_leaving_is_seen()
     bench.ten_seconds_pass();
     QVERIFY(bench.sync());
     QCOMPARE(
-        channel_reports(bench.log), QStringList({registration("speed"), unregistration("speed")}));
+        bench.log.channel_reports(), QStringList({registration("speed"), unregistration("speed")}));
 }
 
 void TestGlintChannelMonitor::other_threads_may_connect_and_disconnect()
@@ -397,46 +375,22 @@ void TestGlintChannelMonitor::news_are_stored_and_emitted_to_listeners()
     Monitor *monitor = hub.get_channel_monitor(1);
     VCTP3::ChannelInformation information;
     information.set_cliplength(77);
-    QStringList heard;
-    auto const note = [&heard](QString const &text) { heard.append(text); };
-    connect(monitor, &Monitor::report_timecodes, this,
-        [&](unsigned int position, ATimecode const &display, ATimecode const &input) {
-            note(QStringLiteral("timecodes %1 %2 %3")
-                     .arg(position)
-                     .arg(display.get_nfields())
-                     .arg(input.get_nfields()));
-        });
-    connect(monitor, &Monitor::report_clip_position, this,
-        [&](unsigned int position) { note(QStringLiteral("position %1").arg(position)); });
-    connect(monitor, &Monitor::report_display_timecode, this, [&](ATimecode const &timecode) {
-        note(QStringLiteral("display %1").arg(timecode.get_nfields()));
-    });
-    connect(monitor, &Monitor::report_input_timecode, this, [&](ATimecode const &timecode) {
-        note(QStringLiteral("input %1").arg(timecode.get_nfields()));
-    });
-    connect(
-        monitor, &Monitor::report_information, this, [&](VCTP3::ChannelInformation const &value) {
-            note(QStringLiteral("information %1").arg(value.cliplength));
-        });
-    connect(monitor, &Monitor::report_aux_information, this,
-        [&](VCTP3::ChannelInformation const &value) {
-            note(QStringLiteral("aux information %1").arg(value.cliplength));
-        });
-    connect(monitor, &Monitor::report_aux_status, this,
-        [&](ChannelStatus status) { note(QStringLiteral("aux status %1").arg(int(status))); });
-    connect(monitor, &Monitor::report_aux_clipid, this,
-        [&](QString const &clip) { note(QStringLiteral("aux clip %1").arg(clip)); });
-    connect(monitor, &Monitor::report_aux_speed, this,
-        [&](int speed) { note(QStringLiteral("aux speed %1").arg(speed)); });
-    connect(monitor, &Monitor::report_aux_position, this,
-        [&](unsigned int position) { note(QStringLiteral("aux position %1").arg(position)); });
-    connect(monitor, &Monitor::report_aux_peak, this, [&](std::list<unsigned int> const &levels) {
-        note(QStringLiteral("aux peak %1").arg(levels.size()));
-    });
-    turn();
+    SignalNotes heard;
+    heard.hear(monitor, &Monitor::report_timecodes, "timecodes");
+    heard.hear(monitor, &Monitor::report_clip_position, "position");
+    heard.hear(monitor, &Monitor::report_display_timecode, "display");
+    heard.hear(monitor, &Monitor::report_input_timecode, "input");
+    heard.hear(monitor, &Monitor::report_information, "information");
+    heard.hear(monitor, &Monitor::report_aux_information, "aux information");
+    heard.hear(monitor, &Monitor::report_aux_status, "aux status");
+    heard.hear(monitor, &Monitor::report_aux_clipid, "aux clip");
+    heard.hear(monitor, &Monitor::report_aux_speed, "aux speed");
+    heard.hear(monitor, &Monitor::report_aux_position, "aux position");
+    heard.hear(monitor, &Monitor::report_aux_peak, "aux peak");
+    EventLoop::turn();
     heard.clear();
 
-    monitor->glint_timecode(5, wire_timecode(100), wire_timecode(200));
+    monitor->glint_timecode(5, ReportText::timecode_value(100), ReportText::timecode_value(200));
     monitor->glint_info(information);
     monitor->glint_aux_audio_status(ChannelStatus::play, AString::l1("x"));
     monitor->glint_aux_audio_speed(65536);
@@ -447,20 +401,14 @@ void TestGlintChannelMonitor::news_are_stored_and_emitted_to_listeners()
     monitor->glint_status(ChannelStatus::play, AString::l1("y"));
     monitor->glint_speed(-65536);
     monitor->glint_peak({3});
-    QCOMPARE(heard,
-        QStringList({QStringLiteral("timecodes 5 100 200"), QStringLiteral("position 5"),
-            QStringLiteral("display 100"), QStringLiteral("input 200"),
-            QStringLiteral("information 77"), QStringLiteral("aux status 4"),
-            QStringLiteral("aux clip x"), QStringLiteral("aux speed 65536"),
-            QStringLiteral("aux position 9"), QStringLiteral("aux information 77"),
-            QStringLiteral("aux peak 2")}));
+    QCOMPARE(heard.lines(),
+        SignalNotes::of({"timecodes 5 00.00.02.00 00.00.04.00", "position 5", "display 00.00.02.00",
+            "input 00.00.04.00", "information 77", "aux status 4", "aux clip x", "aux speed 65536",
+            "aux position 9", "aux information 77", "aux peak 1 2"}));
     heard.clear();
-    connect(monitor, &Monitor::report_speed, this,
-        [&](int speed) { note(QStringLiteral("speed %1").arg(speed)); });
-    connect(monitor, &Monitor::report_peak, this, [&](std::list<unsigned int> const &levels) {
-        note(QStringLiteral("peak %1").arg(levels.front()));
-    });
-    QTRY_COMPARE(heard, QStringList({QStringLiteral("speed -65536"), QStringLiteral("peak 3")}));
+    heard.hear(monitor, &Monitor::report_speed, "speed");
+    heard.hear(monitor, &Monitor::report_peak, "peak");
+    QTRY_COMPARE(heard.lines(), SignalNotes::of({"speed -65536", "peak 3"}));
 }
 
 void TestGlintChannelMonitor::a_status_with_a_clip_sets_the_clip_data()
@@ -484,7 +432,7 @@ void TestGlintChannelMonitor::a_status_with_a_clip_sets_the_clip()
         [&](ChannelStatus status) { heard.append(QString::number(int(status))); });
     connect(monitor, aux ? &Monitor::report_aux_clipid : &Monitor::report_clipid, this,
         [&](QString const &id) { heard.append(id); });
-    turn();
+    EventLoop::turn();
     heard.clear();
     AOption<AString> const id = clip ? AOption<AString>(AString::l1("b/1")) : AOption<AString>();
     if (aux)
@@ -503,7 +451,7 @@ void TestGlintChannelMonitor::the_playback_mode_is_not_taken_from_the_informatio
     QList<bool> heard;
     connect(monitor, &Monitor::report_playback_mode, this,
         [&heard](AOption<VCTP3::Playback> const &mode) { heard.append(mode.has_value()); });
-    turn();
+    EventLoop::turn();
     VCTP3::ChannelInformation information;
     information.set_playback(VCTP3::Playback::field);
     monitor->glint_info(information);
@@ -518,7 +466,7 @@ void TestGlintChannelMonitor::values_outlive_the_connection()
     QList<ChannelStatus> heard;
     connect(monitor, &Monitor::report_status, this,
         [&heard](ChannelStatus status) { heard.append(status); });
-    turn();
+    EventLoop::turn();
     QVERIFY(bench.settle()); // what the server says to the registration has come
     monitor->glint_status(ChannelStatus::play, {});
     bench.server.stop();
@@ -561,7 +509,7 @@ void TestGlintChannelMonitor::levels_are_brought_to_16_numbers()
         [&peak](std::list<unsigned int> const &levels) { peak = levels; });
     connect(monitor, &Monitor::report_aux_peak, this,
         [&aux_peak](std::list<unsigned int> const &levels) { aux_peak = levels; });
-    turn();
+    EventLoop::turn();
     hub.got_report_channel_peak(Channel::A, AString::from_latin1(text.constData()));
     hub.got_report_channel_aux_audio_peak(Channel::A, AString::from_latin1(text.constData()));
     numbers.resize(16);
@@ -575,9 +523,9 @@ void TestGlintChannelMonitor::reports_of_channel_40_are_passed_over()
     QObject listener;
     int heard = 0;
     for (unsigned int channel = 0; channel < 40; ++channel)
-        for (Signal const &signal : ChannelSignals::all())
+        for (Signal const &signal : MonitorSignals::of_channel())
             signal.connect(hub.get_channel_monitor(channel), &listener, [&heard] { ++heard; });
-    turn();
+    EventLoop::turn();
     heard = 0;
     AssertLog asserts;
     for (int number : {40, 79, -1}) {

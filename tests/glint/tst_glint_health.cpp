@@ -3,6 +3,7 @@
 #include "tests/glint/hub_bench.h"
 #include "tests/glint/report_text.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/event_loop.h"
 #include "tests/support/virtual_time.h"
 
 #include <QMetaProperty>
@@ -16,12 +17,9 @@ namespace {
 /// What a timer of that interval does, now.
 void timer_fires(GlintHealth *health, int interval)
 {
-    for (ATimer *timer : health->findChildren<ATimer *>()) {
-        if (timer->interval() != interval)
-            continue;
-        QTimerEvent event(timer->timerId());
-        QCoreApplication::sendEvent(timer, &event);
-    }
+    for (ATimer *timer : health->findChildren<ATimer *>())
+        if (timer->interval() == interval)
+            EventLoop::fire(timer);
 }
 
 } // namespace

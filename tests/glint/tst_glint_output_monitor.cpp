@@ -2,29 +2,25 @@
 #include "ATarnLib/glint/cf_channel_config.h"
 #include "ATarnLib/glint/glint_output_monitor.h"
 #include "tests/glint/hub_bench.h"
-#include "tests/glint/output_signals.h"
+#include "tests/glint/monitor_signals.h"
+#include "tests/glint/report_text.h"
+#include "tests/glint/signal_notes.h"
 #include "tests/support/assert_log.h"
 
 #include <QTest>
 
-using Corvane::ATimecode;
 using VCTP3::ChannelStatus;
 
 namespace {
 
 using Channel = GlintChannelMonitor;
 using Monitor = GlintOutputMonitor;
-using Signal = OutputSignals::Signal;
+using Signal = MonitorSignal<Monitor>;
 
 /// Of channel C, which feeds output 2 at first.
 QString registration(char const *report)
 {
-    return QStringLiteral("channel_report_register C %1").arg(QString::fromLatin1(report));
-}
-
-QStringList channel_reports(WireLog const &log)
-{
-    return log.commands(QStringLiteral("channel_report"));
+    return WireLog::registration("C", report);
 }
 
 /// A connected bench whose outputs have their channels.
@@ -78,7 +74,7 @@ void TestGlintOutputMonitor::has_its_names()
         QCOMPARE(hub.get_output_monitor(i)->output(), i);
     }
     QVERIFY(QMetaType::fromName("GlintOutputMonitor::UpdateMethod").isValid());
-    for (Signal const &signal : OutputSignals::all())
+    for (Signal const &signal : MonitorSignals::of_output())
         QCOMPARE(signal.method().name(), QByteArray("report_") + signal.name);
 }
 
@@ -109,14 +105,14 @@ void TestGlintOutputMonitor::shows_the_channel_that_the_configuration_gives_it()
 void TestGlintOutputMonitor::listening_registers_through_the_channel_data()
 {
     QTest::addColumn<int>("index");
-    for (std::size_t i = 0; i < OutputSignals::all().size(); ++i)
-        QTest::newRow(OutputSignals::all()[i].name) << int(i);
+    for (std::size_t i = 0; i < MonitorSignals::of_output().size(); ++i)
+        QTest::newRow(MonitorSignals::of_output()[i].name) << int(i);
 }
 
 void TestGlintOutputMonitor::listening_registers_through_the_channel()
 {
     QFETCH(int, index);
-    Signal const &signal = OutputSignals::all()[std::size_t(index)];
+    Signal const &signal = MonitorSignals::of_output()[std::size_t(index)];
     OutputBench bench;
     QVERIFY(bench.start());
     int heard = 0;
@@ -126,16 +122,14 @@ void TestGlintOutputMonitor::listening_registers_through_the_channel()
     // The value held here, the one that the channel holds, and what the server says.
     QTRY_COMPARE(heard, 3);
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log), QStringList(registration(signal.report)));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registration(signal.report)));
     disconnect(connection);
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log).size(), 1);
+    QCOMPARE(bench.log.channel_reports().size(), 1);
     bench.ten_seconds_pass();
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log),
-        QStringList({registration(signal.report),
-            registration(signal.report)
-                .replace(QStringLiteral("register"), QStringLiteral("unregister"))}));
+    QCOMPARE(bench.log.channel_reports(),
+        QStringList({registration(signal.report), WireLog::unregistration("C", signal.report)}));
 }
 
 void TestGlintOutputMonitor::what_is_not_listened_to_is_not_connected()
@@ -144,7 +138,7 @@ void TestGlintOutputMonitor::what_is_not_listened_to_is_not_connected()
     QVERIFY(bench.start());
     connect(bench.hub->get_output_monitor(2), &Monitor::report_speed, this, [] {});
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log), QStringList(registration("speed")));
+    QCOMPARE(bench.log.channel_reports(), QStringList(registration("speed")));
 }
 
 void TestGlintOutputMonitor::a_new_channel_comes_with_the_defaults_first()
@@ -200,14 +194,14 @@ void TestGlintOutputMonitor::a_new_channel_is_connected_signal_by_signal_in_orde
     OutputBench bench;
     QVERIFY(bench.start());
     Monitor *monitor = bench.hub->get_output_monitor(30); // the configuration gives it none
-    for (auto signal = OutputSignals::all().rbegin(); signal != OutputSignals::all().rend();
-         ++signal)
+    for (auto signal = MonitorSignals::of_output().rbegin();
+         signal != MonitorSignals::of_output().rend(); ++signal)
         signal->connect(monitor, this, [] {});
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log), QStringList());
+    QCOMPARE(bench.log.channel_reports(), QStringList());
     monitor->set_channel_monitor(bench.hub->get_channel_monitor(2));
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log),
+    QCOMPARE(bench.log.channel_reports(),
         QStringList({registration("status"), registration("clipid"), registration("speed"),
             registration("timecode"), registration("aux_audio_timecode"), registration("info")}));
 }
@@ -284,48 +278,23 @@ void TestGlintOutputMonitor::values_of_the_channel_reach_the_signals()
     Glint hub(false);
     Monitor *monitor = hub.get_output_monitor(0);
     Channel *channel = hub.get_channel_monitor(9);
-    QStringList heard;
-    auto const note = [&heard](QString const &text) { heard.append(text); };
-    connect(monitor, &Monitor::report_status, this,
-        [&](ChannelStatus status) { note(QStringLiteral("status %1").arg(int(status))); });
-    connect(monitor, &Monitor::report_clipid, this,
-        [&](QString const &clip) { note(QStringLiteral("clip ") + clip); });
-    connect(monitor, &Monitor::report_speed, this,
-        [&](int speed) { note(QStringLiteral("speed %1").arg(speed)); });
-    connect(monitor, &Monitor::report_timecodes, this,
-        [&](unsigned int position, ATimecode const &display, ATimecode const &input) {
-            note(QStringLiteral("timecodes %1 %2 %3")
-                     .arg(position)
-                     .arg(display.get_nfields())
-                     .arg(input.get_nfields()));
-        });
-    connect(monitor, &Monitor::report_clip_position, this,
-        [&](unsigned int position) { note(QStringLiteral("position %1").arg(position)); });
-    connect(monitor, &Monitor::report_aux_position, this,
-        [&](unsigned int position) { note(QStringLiteral("aux %1").arg(position)); });
-    connect(monitor, &Monitor::report_display_timecode, this, [&](ATimecode const &timecode) {
-        note(QStringLiteral("display %1").arg(timecode.get_nfields()));
-    });
-    connect(monitor, &Monitor::report_input_timecode, this, [&](ATimecode const &timecode) {
-        note(QStringLiteral("input %1").arg(timecode.get_nfields()));
-    });
-    connect(monitor, &Monitor::report_information, this,
-        [&](VCTP3::ChannelInformation const &information) {
-            note(QStringLiteral("information %1").arg(information.cliplength));
-        });
-    connect(
-        monitor, &Monitor::report_playback_mode, this, [&](AOption<VCTP3::Playback> const &mode) {
-            note(QStringLiteral("mode %1").arg(mode.has_value()));
-        });
-    QTRY_COMPARE(heard.size(), 10);
+    SignalNotes heard;
+    heard.hear(monitor, &Monitor::report_status, "status");
+    heard.hear(monitor, &Monitor::report_clipid, "clip");
+    heard.hear(monitor, &Monitor::report_speed, "speed");
+    heard.hear(monitor, &Monitor::report_timecodes, "timecodes");
+    heard.hear(monitor, &Monitor::report_clip_position, "position");
+    heard.hear(monitor, &Monitor::report_aux_position, "aux");
+    heard.hear(monitor, &Monitor::report_display_timecode, "display");
+    heard.hear(monitor, &Monitor::report_input_timecode, "input");
+    heard.hear(monitor, &Monitor::report_information, "information");
+    heard.hear(monitor, &Monitor::report_playback_mode, "mode");
+    QTRY_COMPARE(heard.lines().size(), 10);
     monitor->set_channel_monitor(channel);
-    QTRY_COMPARE(heard.size(), 20);
+    QTRY_COMPARE(heard.lines().size(), 20);
     heard.clear();
 
-    VCTP3::Timecode timecode;
-    timecode.valid = true;
-    timecode.set_std(VCTP3::VideoStandard::v1080_50i);
-    timecode.set_position(11);
+    VCTP3::Timecode const timecode = ReportText::timecode_value(11);
     VCTP3::ChannelInformation information;
     information.set_cliplength(12);
     channel->glint_status(ChannelStatus::stop, AString::l1("c"));
@@ -333,28 +302,24 @@ void TestGlintOutputMonitor::values_of_the_channel_reach_the_signals()
     channel->glint_timecode(6, timecode, timecode);
     channel->glint_aux_audio_timecode(7);
     channel->glint_info(information);
-    QCOMPARE(heard,
-        QStringList({QStringLiteral("status 3"), QStringLiteral("clip c"),
-            QStringLiteral("speed 5"), QStringLiteral("timecodes 6 11 11"),
-            QStringLiteral("position 6"), QStringLiteral("display 11"), QStringLiteral("input 11"),
-            QStringLiteral("aux 7"), QStringLiteral("information 12"), QStringLiteral("mode 0")}));
+    QCOMPARE(heard.lines(),
+        SignalNotes::of({"status 3", "clip c", "speed 5", "timecodes 6 00:00:00:05 00:00:00:05",
+            "position 6", "display 00:00:00:05", "input 00:00:00:05", "aux 7", "information 12",
+            "mode none"}));
     // They are kept for those who come later.
     heard.clear();
     monitor->emit_all();
-    QCOMPARE(heard,
-        QStringList(
-            {QStringLiteral("status 3"), QStringLiteral("clip c"), QStringLiteral("speed 5"),
-                QStringLiteral("timecodes 6 11 11"), QStringLiteral("position 6"),
-                QStringLiteral("aux 7"), QStringLiteral("display 11"), QStringLiteral("input 11"),
-                QStringLiteral("information 12"), QStringLiteral("mode 0")}));
+    QCOMPARE(heard.lines(),
+        SignalNotes::of({"status 3", "clip c", "speed 5", "timecodes 6 00:00:00:05 00:00:00:05",
+            "position 6", "aux 7", "display 00:00:00:05", "input 00:00:00:05", "information 12",
+            "mode none"}));
     heard.clear();
     monitor->clear_all();
     monitor->emit_all();
-    QCOMPARE(heard,
-        QStringList({QStringLiteral("status 1"), QStringLiteral("clip "), QStringLiteral("speed 0"),
-            QStringLiteral("timecodes 0 0 0"), QStringLiteral("position 0"),
-            QStringLiteral("aux 0"), QStringLiteral("display 0"), QStringLiteral("input 0"),
-            QStringLiteral("information 0"), QStringLiteral("mode 0")}));
+    QCOMPARE(heard.lines(),
+        SignalNotes::of(
+            {"status 1", "clip ", "speed 0", "timecodes 0 (invalid) (invalid)", "position 0",
+                "aux 0", "display (invalid)", "input (invalid)", "information 0", "mode none"}));
 }
 
 void TestGlintOutputMonitor::an_unknown_signal_is_an_assertion()
@@ -375,16 +340,15 @@ void TestGlintOutputMonitor::one_source_feeds_several_outputs()
     connect(bench.hub->get_output_monitor(0), &Monitor::report_speed, &first, [] {});
     connect(bench.hub->get_output_monitor(1), &Monitor::report_speed, &second, [] {});
     QVERIFY(bench.settle());
-    QCOMPARE(
-        channel_reports(bench.log), QStringList(QStringLiteral("channel_report_register A speed")));
+    QCOMPARE(bench.log.channel_reports(), QStringList(WireLog::registration("A", "speed")));
     disconnect(bench.hub->get_output_monitor(0), nullptr, &first, nullptr);
     bench.ten_seconds_pass();
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log).size(), 1);
+    QCOMPARE(bench.log.channel_reports().size(), 1);
     disconnect(bench.hub->get_output_monitor(1), nullptr, &second, nullptr);
     bench.ten_seconds_pass();
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log).size(), 2);
+    QCOMPARE(bench.log.channel_reports().size(), 2);
 }
 
 void TestGlintOutputMonitor::a_channel_of_another_hub_may_go_first()

@@ -7,10 +7,11 @@
 #include "ATarnLib/glint/ltc_model.h"
 #include "ATarnLib/glint/us_model.h"
 #include "tests/glint/channel_mirror.h"
-#include "tests/glint/channel_signals.h"
 #include "tests/glint/hub_bench.h"
+#include "tests/glint/monitor_signals.h"
 #include "tests/glint/world_shaker.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/event_loop.h"
 
 #include <QLoggingCategory>
 #include <QTest>
@@ -37,12 +38,6 @@ ATimer *connect_timer(Glint const &hub)
         if (timer->isActive() && timer->interval() == 200 && !timer->isSingleShot())
             return timer;
     qFatal("The hub has no timer of 200 ms");
-}
-
-void period_passes(ATimer *timer)
-{
-    QTimerEvent event(timer->timerId());
-    QCoreApplication::sendEvent(timer, &event);
 }
 
 /// Runs the event loop until \a state is true, without a pause between its passes.
@@ -354,12 +349,12 @@ void TestGlintReconnection::a_returning_listener_is_found_within_one_period_of_t
     // However long nobody listens, each period tries once.
     quint64 const before = health->connect_attempts();
     for (unsigned int period = 1; period <= 50; ++period) {
-        period_passes(timer);
+        EventLoop::fire(timer);
         QCOMPARE(health->connect_attempts(), before + period);
         QVERIFY(run_until([&] { return health->state() == QAbstractSocket::UnconnectedState; }));
     }
     bench.server.restart(VeskState::keep);
-    period_passes(timer);
+    EventLoop::fire(timer);
     QVERIFY(run_until([&] { return bench.hub->is_connected(); }));
     QCOMPARE(health->connect_attempts(), before + 51);
     QCOMPARE(timer->interval(), 200);
@@ -379,8 +374,8 @@ void TestGlintReconnection::every_registration_goes_out_once_and_in_order()
     HubBench bench;
     QObject listener;
     for (unsigned int channel = 40; channel-- > 0;)
-        for (auto signal = ChannelSignals::all().rbegin(); signal != ChannelSignals::all().rend();
-             ++signal)
+        for (auto signal = MonitorSignals::of_channel().rbegin();
+             signal != MonitorSignals::of_channel().rend(); ++signal)
             signal->connect(bench.hub->get_channel_monitor(channel), &listener, [] {});
     bench.hub->get_alert_model();
     bench.hub->require_export_notification();

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/cf_channel_config.h"
-#include "tests/glint/channel_signals.h"
 #include "tests/glint/hub_bench.h"
-#include "tests/glint/output_signals.h"
+#include "tests/glint/monitor_signals.h"
 
 #include <QTest>
 #include <random>
@@ -82,14 +81,14 @@ private:
 
     void listen_to_channel()
     {
-        auto const &signal = ChannelSignals::all()[below(18)];
+        auto const &signal = MonitorSignals::of_channel()[below(18)];
         unsigned int const number = below(5);
         add({signal.connect(bench->hub->get_channel_monitor(number), &receiver, [] {}),
             {false, number, QString::fromLatin1(signal.report)}});
     }
     void listen_to_output()
     {
-        auto const &signal = OutputSignals::all()[below(10)];
+        auto const &signal = MonitorSignals::of_output()[below(10)];
         unsigned int const number = below(5);
         add({signal.connect(bench->hub->get_output_monitor(number), &receiver, [] {}),
             {true, number, QString::fromLatin1(signal.report)}});

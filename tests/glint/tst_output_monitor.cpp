@@ -27,11 +27,6 @@ struct OutputBench : HubBench
     std::array<ChannelMonitor *, 12> monitors{};
 };
 
-QStringList channel_reports(WireLog const &log)
-{
-    return log.commands(QStringLiteral("channel_report"));
-}
-
 } // namespace
 
 /// An output as an object of the application.
@@ -96,13 +91,12 @@ void TestOutputMonitor::passes_on_what_is_listened_to()
     QVERIFY(bench.start());
     OutputMonitor monitor(2, bench.hub->get_channel_config(), bench.monitors.data(), 12);
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log), QStringList());
+    QCOMPARE(bench.log.channel_reports(), QStringList());
     QList<int> speeds;
     connect(
         &monitor, &OutputMonitor::sig_speed, this, [&speeds](int speed) { speeds.append(speed); });
     QVERIFY(bench.settle());
-    QCOMPARE(
-        channel_reports(bench.log), QStringList(QStringLiteral("channel_report_register C speed")));
+    QCOMPARE(bench.log.channel_reports(), QStringList(WireLog::registration("C", "speed")));
     QTRY_COMPARE(speeds, QList<int>{0});
     Q_EMIT bench.hub->report_channel_speed(Channel::C, 5);
     Q_EMIT bench.hub->report_channel_speed(Channel::D, 6);
@@ -160,7 +154,7 @@ void TestOutputMonitor::a_channel_of_twelve_or_above_is_none()
     OutputMonitor monitor(12, bench.hub->get_channel_config(), bench.monitors.data(), 12);
     connect(&monitor, &OutputMonitor::sig_speed, this, [] {});
     QVERIFY(bench.settle());
-    QCOMPARE(channel_reports(bench.log), QStringList());
+    QCOMPARE(bench.log.channel_reports(), QStringList());
 }
 
 void TestOutputMonitor::the_last_listener_ends_the_report()

@@ -42,6 +42,17 @@ public:
                 result.append(text);
         return result;
     }
+    /// Those that register reports of a channel, or unregister them.
+    QStringList channel_reports() const { return commands(QStringLiteral("channel_report")); }
+    /// Such a command.
+    static QString registration(char const *channel, char const *report)
+    {
+        return channel_report("channel_report_register", channel, report);
+    }
+    static QString unregistration(char const *channel, char const *report)
+    {
+        return channel_report("channel_report_unregister", channel, report);
+    }
     /// What is registered on the newest connection: "A status", "melt".
     QSet<QString> registered() const
     {
@@ -56,6 +67,11 @@ private:
     {
         list.detach();
         return list;
+    }
+    static QString channel_report(char const *command, char const *channel, char const *report)
+    {
+        return QStringLiteral("%1 %2 %3")
+            .arg(QLatin1String(command), QLatin1String(channel), QLatin1String(report));
     }
     void note(QByteArray const &line)
     {
