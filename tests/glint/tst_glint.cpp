@@ -385,7 +385,7 @@ void TestGlint::the_rest_of_a_message_never_begins_a_connection()
     ScriptedServer server;
     // What the models ask for stays unanswered.
     server.answer_with([](QByteArray const &command) {
-        return command.contains("<sync") ? ScriptedServer::reply(command) : QByteArray();
+        return command.contains("<sync") ? ScriptedServer::ok_to(command) : QByteArray();
     });
     Glint hub(false);
     QSignalSpy sends(&hub, &Glint::indirect_send);

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
+#include "tests/protocol/clip_texts.h"
+#include "tests/support/answers.h"
 #include "tests/support/own_network.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/socket_probe.h"
@@ -19,20 +21,10 @@ namespace {
 
 using State = QAbstractSocket::SocketState;
 
-QByteArray clip_created(QByteArray const &clip)
+/// A list of two clips.
+QByteArray two_clips(QByteArray const &command)
 {
-    return "<report><clip_created><ClipID>" + clip + "</ClipID></clip_created></report>";
-}
-
-/// A report of exactly that many bytes.
-QByteArray report_of_size(qsizetype size)
-{
-    return clip_created(QByteArray(size - clip_created("").size(), 'x'));
-}
-
-QByteArray ok_to(QByteArray const &command)
-{
-    return ScriptedServer::reply(command);
+    return clip_listed(command, "a") + clip_listed(command, "b") + ScriptedServer::ok_to(command);
 }
 
 /// A group that notes what it hears.
@@ -53,7 +45,7 @@ struct Heard
     QStringList errors;
 };
 
-QString const failing_all = QStringLiteral("Failing all outstanding commands (general)");
+QString const failing_all = Answers::failing_all();
 
 /// Hears which clips were created, in order.
 struct Clips
@@ -221,11 +213,7 @@ void TestAPIQt::a_command_gets_its_answer()
 void TestAPIQt::a_list_streams_until_ok()
 {
     ScriptedServer server;
-    server.answer_with([](QByteArray const &command) {
-        return ScriptedServer::reply(command, "<clipid><ClipID>a</ClipID></clipid>")
-            + ScriptedServer::reply(command, "<clipid><ClipID>b</ClipID></clipid>")
-            + ok_to(command);
-    });
+    server.answer_with(two_clips);
     APIQt api;
     api.connect_to_server(server.address());
     QTRY_VERIFY(api.is_connected());
@@ -311,8 +299,8 @@ void TestAPIQt::connect_while_connected_fails_commands_first()
     QCOMPARE(server.connections_made(), 1);
 
     // The late answer is nobody's, and what follows is read.
-    server.say(ok_to(server.commands().constFirst()));
-    server.answer_with(ok_to);
+    server.say(ScriptedServer::ok_to(server.commands().constFirst()));
+    server.answer_with(ScriptedServer::ok_to);
     api.cmd_sync(heard.group);
     QTRY_COMPARE(heard.oks, 1);
     QCOMPARE(heard.errors.size(), 1);
@@ -390,7 +378,7 @@ void TestAPIQt::a_lost_connection_fails_each_command_once()
     QCOMPARE(clips.ids, QStringList());
 
     // Nothing of an old stream is left behind.
-    server.answer_with(ok_to);
+    server.answer_with(ScriptedServer::ok_to);
     api.cmd_sync(heard.group);
     QTRY_COMPARE(heard.oks, 1);
     QCOMPARE(heard.errors.size(), 60);
@@ -430,7 +418,7 @@ void TestAPIQt::reads_may_split_at_every_byte()
     QTRY_COMPARE(server.commands().size(), 1);
     QByteArray const utf8 = QByteArrayLiteral("caf\xC3\xA9 \xE2\x82\xAC");
     QByteArray const bytes = clip_created("a &lt;") + "\r\n" + clip_created(utf8)
-        + ok_to(server.commands().constFirst()) + clip_created("b");
+        + ScriptedServer::ok_to(server.commands().constFirst()) + clip_created("b");
     int const descriptor = SocketProbe::descriptor_to(server.address(), ScriptedServer::port);
     std::thread speaker([&] { server.say_bytewise(bytes, descriptor); });
     QTRY_COMPARE(clips.ids.size(), 3);
@@ -458,7 +446,7 @@ void TestAPIQt::a_deleted_group_hears_nothing()
     delete group;
     QTRY_COMPARE(server.commands().size(), 3);
     // The first is answered, the second fails with the other one's.
-    server.say(ok_to(server.commands().constFirst()) + clip_created("a"));
+    server.say(ScriptedServer::ok_to(server.commands().constFirst()) + clip_created("a"));
     QTRY_COMPARE(clips.ids.size(), 1);
     api.disconnect_from_server();
     QCOMPARE(other.errors, QStringList({failing_all}));
@@ -468,11 +456,7 @@ void TestAPIQt::a_deleted_group_hears_nothing()
 void TestAPIQt::a_group_may_be_deleted_by_its_slot()
 {
     ScriptedServer server;
-    server.answer_with([](QByteArray const &command) {
-        return ScriptedServer::reply(command, "<clipid><ClipID>a</ClipID></clipid>")
-            + ScriptedServer::reply(command, "<clipid><ClipID>b</ClipID></clipid>")
-            + ok_to(command);
-    });
+    server.answer_with(two_clips);
     APIQt api;
     api.connect_to_server(server.address());
     QTRY_VERIFY(api.is_connected());
@@ -497,7 +481,7 @@ void TestAPIQt::a_group_may_be_deleted_by_its_slot()
 void TestAPIQt::a_group_serves_several_commands()
 {
     ScriptedServer server;
-    server.answer_with(ok_to);
+    server.answer_with(ScriptedServer::ok_to);
     APIQt api;
     api.connect_to_server(server.address());
     QTRY_VERIFY(api.is_connected());
@@ -577,7 +561,7 @@ void TestAPIQt::a_subclass_may_act_before_or_instead_of_a_signal()
 void TestAPIQt::hooks_see_both_ways()
 {
     ScriptedServer server;
-    server.answer_with(ok_to);
+    server.answer_with(ScriptedServer::ok_to);
     APIQt api;
     QStringList seen;
     AFunction1<XMLTree const &> const note(
@@ -788,7 +772,7 @@ void TestAPIQt::is_localhost_over_a_loopback_address_alone()
 void TestAPIQt::the_rest_of_a_message_never_begins_a_connection()
 {
     ScriptedServer server;
-    server.answer_with(ok_to);
+    server.answer_with(ScriptedServer::ok_to);
     APIQt api;
     Heard torn;
     // The first block meets no connection; before the others are written there is one.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
+#include "tests/protocol/clip_texts.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/socket_probe.h"
 
@@ -112,11 +113,9 @@ void TestAPIQtLoad::groups_and_connections_may_go_at_any_time()
     auto const below = [&](unsigned int limit) { return random() % limit; };
 
     ScriptedServer server;
-    QByteArray const small_report
-        = "<report><clip_created><ClipID>x</ClipID></clip_created></report>";
+    QByteArray const small_report = clip_created("x");
     server.answer_with([&](QByteArray const &command) {
-        return ScriptedServer::reply(command, "<clipid><ClipID>a</ClipID></clipid>") + small_report
-            + ScriptedServer::reply(command);
+        return clip_listed(command, "a") + small_report + ScriptedServer::ok_to(command);
     });
     std::unique_ptr<APIQt> api;
     std::vector<std::unique_ptr<Asked>> groups;
@@ -169,8 +168,7 @@ void TestAPIQtLoad::commands_and_reports_pass_each_other_under_load()
     constexpr int commands = 2000;
     ScriptedServer server;
     server.answer_with([](QByteArray const &command) {
-        return "<report><clip_created><ClipID>" + ScriptedServer::xid(command)
-            + "</ClipID></clip_created></report>" + ScriptedServer::reply(command);
+        return clip_created(ScriptedServer::xid(command)) + ScriptedServer::ok_to(command);
     });
     APIQt api;
     api.connect_to_server(server.address());

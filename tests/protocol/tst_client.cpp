@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/client.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse.h"
+#include "tests/protocol/clip_texts.h"
 #include "tests/support/answers.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/own_network.h"
@@ -66,17 +67,6 @@ private:
     mutable QMutex mutex;
     QStringList clips_created;
 };
-
-QByteArray clip_created(QByteArray const &clip)
-{
-    return "<report><clip_created><ClipID>" + clip + "</ClipID></clip_created></report>";
-}
-
-/// A report of exactly that many bytes.
-QByteArray report_of_size(qsizetype size)
-{
-    return clip_created(QByteArray(size - clip_created("").size(), 'x'));
-}
 
 struct Count
 {
@@ -175,7 +165,7 @@ void TestClient::connects_sets_no_delay_and_says_so()
 void TestClient::a_command_gets_its_answer()
 {
     ScriptedServer server;
-    server.answer_with([](QByteArray const &command) { return ScriptedServer::reply(command); });
+    server.answer_with(ScriptedServer::ok_to);
     WatchedClient client(server);
     client.start();
     QTRY_VERIFY(client.isConnected());
@@ -293,7 +283,7 @@ void TestClient::a_server_killed_and_restarted_is_found_again()
         server.restart();
     }
     QTRY_VERIFY(client.isConnected());
-    server.answer_with([](QByteArray const &command) { return ScriptedServer::reply(command); });
+    server.answer_with(ScriptedServer::ok_to);
     Answers answers;
     client.cmd_sync(answers.ok(), answers.error());
     QTRY_COMPARE(answers.oks(), 1);
@@ -334,10 +324,8 @@ void TestClient::reads_may_split_at_every_byte()
     QTRY_COMPARE(server.commands().size(), 1);
     QByteArray const command = server.commands().constFirst();
     QByteArray const utf8 = QByteArrayLiteral("caf\xC3\xA9 \xE2\x82\xAC");
-    server.say_bytewise(ScriptedServer::reply(command, "<clipid><ClipID>a &lt;</ClipID></clipid>")
-            + clip_created(utf8) + "\r\n"
-            + ScriptedServer::reply(command, "<clipid><ClipID>b</ClipID></clipid>")
-            + ScriptedServer::reply(command),
+    server.say_bytewise(clip_listed(command, "a &lt;") + clip_created(utf8) + "\r\n"
+            + clip_listed(command, "b") + ScriptedServer::ok_to(command),
         SocketProbe::descriptor_to(server.address(), ScriptedServer::port));
     QTRY_COMPARE(answers.oks(), 1);
     QCOMPARE(answers.texts(), QStringList({QStringLiteral("a <"), QStringLiteral("b")}));
@@ -452,7 +440,7 @@ void TestClient::the_periodic_call_is_held_back_at_4_outstanding()
     QCOMPARE(calls.value.load(), held_back_at);
 
     QTRY_COMPARE(server.commands().size(), 4);
-    server.say(ScriptedServer::reply(server.commands().constFirst()));
+    server.say(ScriptedServer::ok_to(server.commands().constFirst()));
     QTRY_VERIFY(calls.value > held_back_at);
     QCOMPARE(answers.oks(), 1);
 }
@@ -503,7 +491,7 @@ void TestClient::eight_threads_sending_at_once_arrive_whole()
     constexpr int threads = 8;
     constexpr int each = 50;
     ScriptedServer server;
-    server.answer_with([](QByteArray const &command) { return ScriptedServer::reply(command); });
+    server.answer_with(ScriptedServer::ok_to);
     WatchedClient client(server);
     client.start();
     QTRY_VERIFY(client.isConnected());
@@ -550,7 +538,7 @@ void TestClient::senders_survive_a_server_that_goes_and_comes()
     constexpr int threads = 4;
     constexpr int each = 300;
     ScriptedServer server;
-    server.answer_with([](QByteArray const &command) { return ScriptedServer::reply(command); });
+    server.answer_with(ScriptedServer::ok_to);
     WatchedClient client(server);
     client.start();
     QTRY_VERIFY(client.isConnected());
@@ -613,7 +601,7 @@ void TestClient::a_partial_write_ends_in_a_new_connection()
     QTRY_COMPARE(client.times_connected.load(), 2);
     QCOMPARE(answers.errors(), QStringList(sent, Answers::failing_all()));
 
-    server.answer_with([](QByteArray const &command) { return ScriptedServer::reply(command); });
+    server.answer_with(ScriptedServer::ok_to);
     client.cmd_sync(answers.ok(), answers.error());
     QTRY_COMPARE(answers.oks(), 1);
 }
@@ -649,7 +637,7 @@ void TestClient::the_rest_of_a_message_never_begins_a_connection()
         ScriptedServer &server;
     };
     ScriptedServer server;
-    server.answer_with([](QByteArray const &command) { return ScriptedServer::reply(command); });
+    server.answer_with(ScriptedServer::ok_to);
     TornClient client(server);
     client.run_forever_in_own_thread(0);
     QTRY_COMPARE(client.times_connected.load(), 1);
@@ -693,8 +681,7 @@ void TestClient::the_loop_runs_on_the_callers_thread()
         QTRY_COMPARE(client.times_connected.load(), 1);
         QVERIFY(loop.load() == runner.get_id());
         // It serves the connection like any other loop, and finds it again.
-        server.answer_with(
-            [](QByteArray const &command) { return ScriptedServer::reply(command); });
+        server.answer_with(ScriptedServer::ok_to);
         Answers answers;
         client.cmd_sync(answers.ok(), answers.error());
         QTRY_COMPARE(answers.oks(), 1);

@@ -35,7 +35,8 @@ public:
     /// The command's `<xid>`.
     static QByteArray xid(QByteArray const &command);
     /// A reply to a command, with \a body as the reply element.
-    static QByteArray reply(QByteArray const &command, QByteArray const &body = "<ok/>");
+    static QByteArray reply(QByteArray const &command, QByteArray const &body);
+    static QByteArray ok_to(QByteArray const &command) { return reply(command, "<ok/>"); }
 
     /// Answers each command that comes from now on; null stays silent.
     void answer_with(Answer const &with);
