@@ -59,6 +59,27 @@ VCTP3::ConfigurationItem item(char const *value, std::vector<char const *> const
     return result;
 }
 
+/// Buttons for the two values of an item, exclusive by their parent or by a group.
+struct AspectButtons
+{
+    AspectButtons(CFModel *model, bool grouped)
+        : binding(model, aspect, &page)
+    {
+        if (grouped) {
+            group.addButton(&wide);
+            group.addButton(&narrow);
+        }
+        binding.insert(text("16x9"), &wide);
+        binding.insert(text("4x3"), &narrow);
+    }
+
+    QWidget page;
+    QRadioButton wide{&page};
+    QRadioButton narrow{&page};
+    QButtonGroup group;
+    CFRadioButtons binding;
+};
+
 } // namespace
 
 void TestCFChoices::a_check_box_means_its_two_values_data()
@@ -188,28 +209,18 @@ void TestCFChoices::radio_buttons_mean_their_values()
 {
     QFETCH(bool, grouped);
     BindingBench b;
-    QWidget page;
-    auto *wide = new QRadioButton(&page);
-    auto *narrow = new QRadioButton(&page);
-    QButtonGroup group;
-    if (grouped) {
-        group.addButton(wide);
-        group.addButton(narrow);
-    }
-    CFRadioButtons binding(b.model, aspect, &page);
-    binding.insert(text("16x9"), wide);
-    binding.insert(text("4x3"), narrow);
-    QSignalSpy changes(&binding, &CFItem::sig_change);
+    AspectButtons buttons(b.model, grouped);
+    QSignalSpy changes(&buttons.binding, &CFItem::sig_change);
     QVERIFY(b.scan());
-    QVERIFY(wide->isChecked());
+    QVERIFY(buttons.wide.isChecked());
     QVERIFY(b.set_on_server("VideoAspectRatio", "4x3"));
-    QVERIFY(narrow->isChecked());
+    QVERIFY(buttons.narrow.isChecked());
     QCOMPARE(changes.count(), 0);
-    wide->click();
+    buttons.wide.click();
     QCOMPARE(changes.count(), 1);
     QCOMPARE(b.item(aspect)->get(), text("16x9"));
     QCOMPARE(b.committed("VideoAspectRatio"), text("16x9"));
-    QVERIFY(wide->isChecked());
+    QVERIFY(buttons.wide.isChecked());
 }
 
 void TestCFChoices::no_radio_button_is_checked_for_a_value_without_one_data()
@@ -221,29 +232,20 @@ void TestCFChoices::no_radio_button_is_checked_for_a_value_without_one()
 {
     QFETCH(bool, grouped);
     BindingBench b;
-    QWidget page;
-    auto *wide = new QRadioButton(&page);
-    auto *narrow = new QRadioButton(&page);
-    QButtonGroup group;
-    if (grouped) {
-        group.addButton(wide);
-        group.addButton(narrow);
-    }
-    CFRadioButtons binding(b.model, aspect, &page);
-    binding.insert(text("16x9"), wide);
-    binding.insert(text("4x3"), narrow);
+    AspectButtons buttons(b.model, grouped);
     b.item(aspect)->set(text("4x3"));
-    QVERIFY(narrow->isChecked());
+    QVERIFY(buttons.narrow.isChecked());
     b.item(aspect)->set(text("21x9"));
-    QVERIFY(!narrow->isChecked());
-    QVERIFY(!wide->isChecked());
+    QVERIFY(!buttons.narrow.isChecked());
+    QVERIFY(!buttons.wide.isChecked());
     // Unchecking them all leaves the buttons as they were otherwise.
-    QVERIFY(group.exclusive() && wide->autoExclusive() && narrow->autoExclusive());
+    QVERIFY(buttons.group.exclusive());
+    QVERIFY(buttons.wide.autoExclusive() && buttons.narrow.autoExclusive());
     QCOMPARE(b.item(aspect)->get(), text("21x9"));
-    wide->click();
+    buttons.wide.click();
     QCOMPARE(b.item(aspect)->get(), text("16x9"));
-    narrow->click();
-    QVERIFY(!wide->isChecked());
+    buttons.narrow.click();
+    QVERIFY(!buttons.wide.isChecked());
     QCOMPARE(b.item(aspect)->get(), text("4x3"));
 }
 

@@ -2,6 +2,7 @@
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
 #include "tests/tarnctl/call_samples.h"
+#include "tests/tarnctl/demo_server.h"
 #include "tests/tarnctl/message_samples.h"
 #include "tests/tarnctl/tool_run.h"
 
@@ -47,9 +48,7 @@ void TestTarnctlCall::initTestCase()
 
 void TestTarnctlCall::init()
 {
-    VeskSimOptions options;
-    options.demo = true;
-    options.standard = VCTP3::VideoStandard::v1080_50i;
+    VeskSimOptions options = demo_options();
     options.trace = [this](QByteArray const &line) { note(line); };
     server = std::make_unique<VeskSim>(address, options);
     QVERIFY(server->is_listening());

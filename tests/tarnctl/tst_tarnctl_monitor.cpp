@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_sim.h"
-#include "sim/vesk/vesk_world.h"
 #include "tests/glint/report_text.h"
 #include "tests/glint/wire_log.h"
 #include "tests/support/loopback_address.h"
+#include "tests/tarnctl/demo_server.h"
 #include "tests/tarnctl/running_tool.h"
 #include "tests/tarnctl/tool_run.h"
 
@@ -88,24 +88,13 @@ QSet<QString> registrations(QStringList const &channels, QStringList const &repo
     return all;
 }
 
-void set_board(VeskSim *server, char const *first, char const *second)
-{
-    server->with_world([&](VeskWorld &world) {
-        world.configuration.set(AString::l1("ChannelConfigurationSet0"), AString::l1(first));
-        world.configuration.set(AString::l1("ChannelConfigurationSet1"), AString::l1(second));
-    });
-}
-
 } // namespace
 
 void TestTarnctlMonitor::init()
 {
     address = LoopbackAddress::unique();
-    VeskSimOptions options;
-    options.demo = true;
-    options.standard = VCTP3::VideoStandard::v1080_50i;
     log = std::make_unique<WireLog>();
-    server = std::make_unique<VeskSim>(address, log->options(options));
+    server = std::make_unique<VeskSim>(address, log->options(demo_options()));
     process = std::make_unique<RunningTool>();
 }
 

@@ -3,6 +3,7 @@
 #include "sim/vesk/vesk_world.h"
 #include "tests/glint/wire_log.h"
 #include "tests/support/loopback_address.h"
+#include "tests/tarnctl/demo_server.h"
 #include "tests/tarnctl/exposition_check.h"
 #include "tests/tarnctl/tool_run.h"
 
@@ -44,7 +45,6 @@ private:
     /// The text of a run, which a collector must be able to read.
     QString metrics(char const *verb);
     void raise(char const *name, VCTP3::AlertingLevel level, QString const &value);
-    void set_board(char const *first, char const *second);
 
     QHostAddress address;
     std::unique_ptr<WireLog> log;
@@ -68,11 +68,8 @@ int number_of(QJsonObject const &object, char const *key)
 void TestTarnctlSnapshots::init()
 {
     address = LoopbackAddress::unique();
-    VeskSimOptions options;
-    options.demo = true;
-    options.standard = VCTP3::VideoStandard::v1080_50i;
     log = std::make_unique<WireLog>();
-    server = std::make_unique<VeskSim>(address, log->options(options));
+    server = std::make_unique<VeskSim>(address, log->options(demo_options()));
 }
 
 void TestTarnctlSnapshots::cleanup()
@@ -114,14 +111,6 @@ void TestTarnctlSnapshots::raise(char const *name, VCTP3::AlertingLevel level, Q
     server->with_world([&](VeskWorld &world) { world.alerts.set(alert); });
 }
 
-void TestTarnctlSnapshots::set_board(char const *first, char const *second)
-{
-    server->with_world([&](VeskWorld &world) {
-        world.configuration.set(AString::l1("ChannelConfigurationSet0"), AString::l1(first));
-        world.configuration.set(AString::l1("ChannelConfigurationSet1"), AString::l1(second));
-    });
-}
-
 void TestTarnctlSnapshots::outputs_tell_what_feeds_them_and_what_they_show()
 {
     QCOMPARE(
@@ -152,7 +141,7 @@ void TestTarnctlSnapshots::outputs_tell_what_feeds_them_and_what_they_show()
 
 void TestTarnctlSnapshots::outputs_of_a_channel_with_a_key_are_told_apart()
 {
-    set_board("VKVK", "absent");
+    set_board(server.get(), "VKVK", "absent");
     QList<QJsonObject> const outputs = objects("outputs");
     QCOMPARE(outputs.size(), 4);
     // First the pictures of both channels, then their keys.
@@ -167,7 +156,7 @@ void TestTarnctlSnapshots::outputs_of_a_channel_with_a_key_are_told_apart()
 
 void TestTarnctlSnapshots::outputs_register_the_channels_that_feed_them_alone()
 {
-    set_board("VKVK", "absent");
+    set_board(server.get(), "VKVK", "absent");
     QSet<QString> channels;
     for (QJsonObject const &output : objects("outputs"))
         channels.insert(text_of(output, "channel"));
@@ -182,7 +171,7 @@ void TestTarnctlSnapshots::outputs_register_the_channels_that_feed_them_alone()
 
 void TestTarnctlSnapshots::outputs_are_none_without_a_board()
 {
-    set_board("absent", "absent");
+    set_board(server.get(), "absent", "absent");
     ToolRun const run = run_json(address, words("outputs"));
     QCOMPARE(run.code, 0);
     QCOMPARE(run.out, QString());
@@ -245,7 +234,7 @@ void TestTarnctlSnapshots::tally_for_a_collector()
 
 void TestTarnctlSnapshots::tally_of_all_forty_channels_without_a_board()
 {
-    set_board("absent", "absent");
+    set_board(server.get(), "absent", "absent");
     QList<QJsonObject> const lines = objects("tally");
     QCOMPARE(lines.size(), 40);
     QCOMPARE(text_of(lines[39], "channel"), QStringLiteral("AN"));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/tarnctl/demo_server.h"
 #include "tests/tarnctl/tool_run.h"
 
 #include <QTest>
@@ -44,10 +45,7 @@ QString const ok_line = QStringLiteral("{\"reply\":\"ok\"}\n");
 void TestTarnctlVerbs::init()
 {
     address = LoopbackAddress::unique();
-    VeskSimOptions options;
-    options.demo = true;
-    options.standard = VCTP3::VideoStandard::v1080_50i;
-    server = std::make_unique<VeskSim>(address, options);
+    server = std::make_unique<VeskSim>(address, demo_options());
 }
 
 void TestTarnctlVerbs::cleanup()

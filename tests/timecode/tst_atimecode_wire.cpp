@@ -45,6 +45,34 @@ VCTP3::Timecode read(QByteArray const &text)
     return t;
 }
 
+/// Rows of bytes as hexadecimal digits, and the timecode that they are at a frequency.
+auto byte_rows()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<int>("flag_value");
+    return [](char const *name, int value, char const *hex, char const *shown, int flag_value) {
+        QTest::newRow(name) << value << QByteArray::fromHex(hex) << QString::fromLatin1(shown)
+                            << flag_value;
+    };
+}
+
+template <std::size_t size>
+void check_bytes(
+    ATimecode (*read_bytes)(VideoFrequency, std::span<unsigned char const, size> const &))
+{
+    QFETCH(int, value);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, shown);
+    QFETCH(int, flag_value);
+    unsigned char raw[size];
+    std::copy(bytes.begin(), bytes.end(), raw);
+    ATimecode const t = read_bytes(frequency(value), raw);
+    QCOMPARE(t.toString(4), AString(shown));
+    QCOMPARE(number(t.get_df()), flag_value);
+}
+
 constexpr int wire_1080_29_97p = 12;
 constexpr int wire_1080_59_94i = 18;
 constexpr int wire_625_50i = 25;
@@ -317,15 +345,7 @@ void TestATimecodeWire::text_of_a_report_comes_back()
 
 void TestATimecodeWire::sony_bytes_are_numbers_with_flags_data()
 {
-    QTest::addColumn<int>("value");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<int>("flag_value");
-    auto const row
-        = [](char const *name, int value, char const *hex, char const *shown, int flag_value) {
-              QTest::newRow(name) << value << QByteArray::fromHex(hex) << QString::fromLatin1(shown)
-                                  << flag_value;
-          };
+    auto const row = byte_rows();
     row("50 Hz", 3, "01020304", "01.02.03.04", 2);
     row("50 Hz F2", 3, "81020304", "01:02:03:04", 2);
     row("50 Hz, no F2 there", 3, "01028304", "01.02.03.04", 2);
@@ -347,28 +367,12 @@ void TestATimecodeWire::sony_bytes_are_numbers_with_flags_data()
 
 void TestATimecodeWire::sony_bytes_are_numbers_with_flags()
 {
-    QFETCH(int, value);
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, shown);
-    QFETCH(int, flag_value);
-    unsigned char four[4];
-    std::copy(bytes.begin(), bytes.end(), four);
-    ATimecode const t = ATimecode::from_sony(frequency(value), four);
-    QCOMPARE(t.toString(4), AString(shown));
-    QCOMPARE(number(t.get_df()), flag_value);
+    check_bytes(&ATimecode::from_sony);
 }
 
 void TestATimecodeWire::tc64_digits_are_joined_to_bytes_data()
 {
-    QTest::addColumn<int>("value");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<int>("flag_value");
-    auto const row
-        = [](char const *name, int value, char const *hex, char const *shown, int flag_value) {
-              QTest::newRow(name) << value << QByteArray::fromHex(hex) << QString::fromLatin1(shown)
-                                  << flag_value;
-          };
+    auto const row = byte_rows();
     row("units", 3, "0100020003000400", "01.02.03.04", 2);
     row("tens weigh 16", 3, "0201000100010801", "18.16.16.24", 2);
     row("high halves do not count", 3, "f1f0f2f0f3f0f4f0", "01.02.03.04", 2);
@@ -382,15 +386,7 @@ void TestATimecodeWire::tc64_digits_are_joined_to_bytes_data()
 
 void TestATimecodeWire::tc64_digits_are_joined_to_bytes()
 {
-    QFETCH(int, value);
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, shown);
-    QFETCH(int, flag_value);
-    unsigned char eight[8];
-    std::copy(bytes.begin(), bytes.end(), eight);
-    ATimecode const t = ATimecode::from_tc64(frequency(value), eight);
-    QCOMPARE(t.toString(4), AString(shown));
-    QCOMPARE(number(t.get_df()), flag_value);
+    check_bytes(&ATimecode::from_tc64);
 }
 
 void TestATimecodeWire::tc64_of_all_ones_is_undefined()
