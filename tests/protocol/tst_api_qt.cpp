@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
 #include "tests/protocol/clip_texts.h"
+#include "tests/protocol/link_up.h"
 #include "tests/support/answers.h"
 #include "tests/support/own_network.h"
 #include "tests/support/scripted_server.h"
@@ -179,8 +180,7 @@ void TestAPIQt::sets_no_delay()
 {
     ScriptedServer server;
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     int const descriptor = SocketProbe::descriptor_to(server.address(), ScriptedServer::port);
     QCOMPARE(SocketProbe::option(descriptor, IPPROTO_TCP, TCP_NODELAY), 1);
 }
@@ -195,8 +195,7 @@ void TestAPIQt::a_command_gets_its_answer()
                                        : "<ok/>");
     });
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     Heard heard;
     api.cmd_sync(heard.group);
     QTRY_COMPARE(heard.oks, 1);
@@ -215,8 +214,7 @@ void TestAPIQt::a_list_streams_until_ok()
     ScriptedServer server;
     server.answer_with(two_clips);
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     CallbackGroup_set2 group;
     QSignalSpy clips(&group, &CallbackGroup_set2::sig_clipid);
     QSignalSpy oks(&group, &CallbackGroup_set2::sig_ok);
@@ -285,8 +283,7 @@ void TestAPIQt::connect_while_connected_fails_commands_first()
 {
     ScriptedServer server;
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     Heard heard;
     api.cmd_sync(heard.group);
     QTRY_COMPARE(server.commands().size(), 1);
@@ -310,8 +307,7 @@ void TestAPIQt::disconnect_fails_commands_first()
 {
     ScriptedServer server;
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     Heard heard;
     bool connected_at_error = false;
     connect(&heard.group, &CallbackGroup_set1::sig_error, this,
@@ -327,8 +323,7 @@ void TestAPIQt::fail_all_is_there_for_the_owner()
 {
     ScriptedServer server;
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     Heard heard;
     api.cmd_sync(heard.group);
     api.cmd_sync(heard.group);
@@ -397,9 +392,7 @@ void TestAPIQt::a_message_of_65536_bytes_is_read()
     ScriptedServer server;
     APIQt api;
     Clips clips(&api);
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(report_of_size(size) + report_of_size(size) + clip_created("last"));
     QTRY_COMPARE(clips.ids.size(), 3);
     QCOMPARE(clips.ids[1].size(), size - clip_created("").size());
@@ -411,8 +404,7 @@ void TestAPIQt::reads_may_split_at_every_byte()
     ScriptedServer server;
     APIQt api;
     Clips clips(&api);
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     Heard heard;
     api.cmd_sync(heard.group);
     QTRY_COMPARE(server.commands().size(), 1);
@@ -433,8 +425,7 @@ void TestAPIQt::a_deleted_group_hears_nothing()
     ScriptedServer server;
     APIQt api;
     Clips clips(&api);
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     Heard other;
     auto *group = new CallbackGroup_set1;
     bool heard = false;
@@ -458,8 +449,7 @@ void TestAPIQt::a_group_may_be_deleted_by_its_slot()
     ScriptedServer server;
     server.answer_with(two_clips);
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     auto *streaming = new CallbackGroup_set2;
     int clips = 0;
     connect(streaming, &CallbackGroup_set2::sig_clipid, this, [&] {
@@ -483,8 +473,7 @@ void TestAPIQt::a_group_serves_several_commands()
     ScriptedServer server;
     server.answer_with(ScriptedServer::ok_to);
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     Heard heard;
     api.cmd_sync(heard.group);
     api.cmd_stop(Channel::A, heard.group);
@@ -519,9 +508,7 @@ void TestAPIQt::intercepted_messages_go_no_further()
     int received = 0;
     api.set_receive_debug_hook(
         {[](void *count, XMLTree const &) { ++*static_cast<int *>(count); }, &received});
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(clip_created("a") + clip_created("secret b") + clip_created("c"));
     QTRY_COMPARE(clips.ids, QStringList({QStringLiteral("a"), QStringLiteral("c")}));
     QCOMPARE(api.intercepted, QStringList({QStringLiteral("secret b")}));
@@ -549,8 +536,7 @@ void TestAPIQt::a_subclass_may_act_before_or_instead_of_a_signal()
     DelayingQt api;
     connect(&api, &APIQt::report_clip_created, this,
         [&](AString const &clip) { api.seen.append(QStringLiteral("signal ") + QString(clip)); });
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(clip_created("a") + clip_created("secret b") + clip_created("c"));
     QTRY_COMPARE(api.seen,
         QStringList({QStringLiteral("before a"), QStringLiteral("signal a"),
@@ -572,8 +558,7 @@ void TestAPIQt::hooks_see_both_ways()
         &seen);
     api.set_send_debug_hook(note);
     api.set_receive_debug_hook(note);
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     Heard heard;
     api.cmd_sync(heard.group);
     QTRY_COMPARE(heard.oks, 1);
@@ -658,8 +643,7 @@ void TestAPIQt::channel_reports_arrive_as_they_were_sent()
     if (hooked)
         api.set_receive_debug_hook(
             {[](void *count, XMLTree const &) { ++*static_cast<int *>(count); }, &seen});
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(channel_report(layer + "status",
                    "<ChannelStatus>play</ChannelStatus><ClipID>x &amp; y</ClipID>")
         + channel_report(layer + "status", "<ChannelStatus>idle</ChannelStatus>")
@@ -680,8 +664,7 @@ void TestAPIQt::a_bad_channel_report_is_dropped_and_later_ones_go_on()
     ScriptedServer server;
     APIQt api;
     ChannelReports heard(&api);
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     QByteArray const good = channel_report("speed", "<Speed>1X</Speed>");
     QByteArray twice = good;
     twice.replace("</report>", good.mid(8));
@@ -703,8 +686,7 @@ void TestAPIQt::a_channel_report_outlives_a_disconnect_by_its_slot()
             api.disconnect_from_server();
             ids.append(QString(information.clip_id));
         });
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     QByteArray const report
         = channel_report("info", "<ChannelInformation><ClipID>held</ClipID></ChannelInformation>");
     server.say(report + report);
@@ -719,9 +701,7 @@ void TestAPIQt::a_disconnect_from_inside_ends_the_stream()
     Clips clips(&api);
     QSignalSpy disconnects(&api, &APIQt::disconnected);
     connect(&api, &APIQt::report_clip_created, &api, &APIQt::disconnect_from_server);
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(clip_created("a") + clip_created("b"));
     QTRY_COMPARE(disconnects.count(), 1);
     QCOMPARE(clips.ids, QStringList({QStringLiteral("a")}));
@@ -799,8 +779,7 @@ void TestAPIQt::destruction_drops_commands_in_silence()
     bool state_seen = false;
     {
         APIQt api;
-        api.connect_to_server(server.address());
-        QTRY_VERIFY(api.is_connected());
+        QVERIFY(link_up(&api, server));
         api.cmd_sync(heard.group);
         connect(&api, &APIQt::stateChanged, this, [&] { state_seen = true; });
     }
@@ -816,8 +795,7 @@ void TestAPIQt::what_a_server_said_last_arrives()
     ScriptedServer server;
     APIQt api;
     Clips clips(&api);
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     QByteArray farewell;
     for (int i = 0; i < reports; ++i)
         farewell += clip_created(QByteArray::number(i) + QByteArray(3000, ' '));

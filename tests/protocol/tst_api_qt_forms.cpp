@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/protocol/link_up.h"
 #include "tests/protocol/message_rows.h"
 #include "tests/protocol/qt_rows.h"
 #include "tests/support/scripted_server.h"
@@ -95,8 +96,7 @@ void TestAPIQtForms::leads_every_reply_to_its_signal()
 {
     ScriptedServer server;
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     std::vector<QObject *> list;
     ReplyNotes notes;
     std::shared_ptr<Groups> const groups = make_groups(&list, &notes);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
 #include "tests/protocol/clip_texts.h"
+#include "tests/protocol/link_up.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/socket_probe.h"
 
@@ -63,9 +64,7 @@ void TestAPIQtLoad::a_blocked_owner_does_not_grow_memory()
 {
     ScriptedServer server;
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     int const descriptor = SocketProbe::descriptor_to(server.address(), ScriptedServer::port);
 
     int next = 0;
@@ -171,8 +170,7 @@ void TestAPIQtLoad::commands_and_reports_pass_each_other_under_load()
         return clip_created(ScriptedServer::xid(command)) + ScriptedServer::ok_to(command);
     });
     APIQt api;
-    api.connect_to_server(server.address());
-    QTRY_VERIFY(api.is_connected());
+    QVERIFY(link_up(&api, server));
     int reports = 0;
     int oks = 0;
     bool in_order = true;
