@@ -95,6 +95,12 @@ void GlintOutputMonitor::set_channel_monitor(GlintChannelMonitor *monitor)
             (this->*rows()[i].manage_connect)(true);
 }
 
+void GlintOutputMonitor::emit_all()
+{
+    for (Row const &row : rows())
+        (this->*row.emit_value)();
+}
+
 void GlintOutputMonitor::connectNotify(QMetaMethod const &signal)
 {
     connect_disconnect_notify(true, signal);

@@ -32,20 +32,6 @@ void GlintOutputMonitor::clear_all()
     playback_mode = Monitor::default_playback_mode();
 }
 
-void GlintOutputMonitor::emit_all()
-{
-    emit_status();
-    emit_clipid();
-    emit_speed();
-    emit_timecodes();
-    emit_clip_position();
-    emit_aux_position();
-    emit_display_timecode();
-    emit_input_timecode();
-    emit_information();
-    emit_playback_mode();
-}
-
 void GlintOutputMonitor::manage_connect_status(bool on)
 {
     manage_connect(on, &GlintChannelMonitor::report_status, &GlintOutputMonitor::ch_status);
