@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
-#include "tests/protocol/clip_texts.h"
 #include "tests/protocol/link_up.h"
+#include "tests/protocol/server_texts.h"
 #include "tests/support/answers.h"
 #include "tests/support/own_network.h"
 #include "tests/support/scripted_server.h"
@@ -613,12 +613,6 @@ private:
         });
     }
 };
-
-QByteArray channel_report(QByteArray const &kind, QByteArray const &fields)
-{
-    return "<report><channel_" + kind + "><Channel>B</Channel>" + fields + "</channel_" + kind
-        + "></report>";
-}
 
 } // namespace
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
+#include "tests/protocol/link_up.h"
+#include "tests/protocol/server_texts.h"
 #include "tests/support/scripted_server.h"
 
 #include <QSignalSpy>
@@ -8,13 +10,6 @@
 using namespace VCTP3;
 
 namespace {
-
-/// A report of channel B.
-QByteArray channel_report(QByteArray const &kind, QByteArray const &fields)
-{
-    return "<report><channel_" + kind + "><Channel>B</Channel>" + fields + "</channel_" + kind
-        + "></report>";
-}
 
 QByteArray speed_report(QByteArray const &speed)
 {
@@ -185,8 +180,7 @@ void TestAPIQtChannelReports::a_subclass_may_act_before_or_instead_of_a_signal()
     ActingQt api;
     api.kept = kind;
     note_signals(&api, &api.seen);
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(all_kinds());
     QStringList expected;
     for (QString const &one : kinds()) {
@@ -211,8 +205,7 @@ void TestAPIQtChannelReports::a_subclass_may_intercept_a_report()
     api.kept = kind;
     QStringList seen;
     note_signals(&api, &seen);
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(all_kinds() + all_kinds());
     QStringList expected = kinds() + kinds();
     expected.removeAll(kind);
@@ -232,8 +225,7 @@ void TestAPIQtChannelReports::a_hook_that_is_set_meanwhile_sees_the_reports_that
         if (speeds.size() == 2)
             api.set_receive_debug_hook(count_into(&hooked));
     });
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(speed_report("1") + speed_report("2") + speed_report("3") + speed_report("4"));
     QTRY_COMPARE(speeds.size(), 4);
     QCOMPARE(speeds, QList<int>({65536, 2 * 65536, 3 * 65536, 4 * 65536}));
@@ -251,8 +243,7 @@ void TestAPIQtChannelReports::a_hook_that_is_ended_meanwhile_sees_no_more()
         if (++reports == 2)
             api.set_receive_debug_hook({});
     });
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(speed_report("1").repeated(5));
     QTRY_COMPARE(reports, 5);
     QCOMPARE(hooked, 2);
@@ -285,8 +276,7 @@ void TestAPIQtChannelReports::a_bad_report_is_counted_once()
     APIQt api;
     QStringList seen;
     note_signals(&api, &seen);
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(bad + speed_report("1"));
     QTRY_COMPARE(seen, QStringList(QStringLiteral("speed")));
     QCOMPARE(api.traffic().messages_received, 2ULL);
@@ -306,8 +296,7 @@ void TestAPIQtChannelReports::reports_that_wait_go_with_their_connection()
         if (speeds.size() == 1)
             api.disconnect_from_server();
     });
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(server.connections_open(), 1);
+    QVERIFY(link_up(&api, server));
     server.say(speed_report("1") + speed_report("2").repeated(500));
     QTRY_COMPARE(disconnects.count(), 1);
     api.reconnect();

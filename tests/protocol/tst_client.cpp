@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/client.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse.h"
-#include "tests/protocol/clip_texts.h"
+#include "tests/protocol/server_texts.h"
 #include "tests/support/answers.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/own_network.h"

@@ -15,6 +15,13 @@ inline QByteArray report_of_size(qsizetype size)
     return clip_created(QByteArray(size - clip_created("").size(), 'x'));
 }
 
+/// A report of channel B.
+inline QByteArray channel_report(QByteArray const &kind, QByteArray const &fields)
+{
+    return "<report><channel_" + kind + "><Channel>B</Channel>" + fields + "</channel_" + kind
+        + "></report>";
+}
+
 /// A reply to \a command with a clip of a list.
 inline QByteArray clip_listed(QByteArray const &command, QByteArray const &clip)
 {
