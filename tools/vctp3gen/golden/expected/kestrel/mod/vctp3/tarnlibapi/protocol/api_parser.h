@@ -24,15 +24,16 @@ public:
     APIParser &operator=(APIParser const &) = delete;
 
     /// Handles one message. A reply with a missing or bad field calls nothing, and its transaction
-    /// stays open.
+    /// stays open. What this calls may parse other messages, as an event loop of its own does, and
+    /// must leave the parser there.
     void parse(XMLTree const &message);
 
     /// Called at the head of every `parse`; null ends that. Set it on the thread of `parse`.
     void set_receive_debug_hook(AFunction1<XMLTree const &> const &hook);
 
-    /// Whether the last `parse` found nothing wrong; a tried field does not count.
+    /// Whether the last `parse` that has ended found nothing wrong; a tried field does not count.
     bool parsed_ok() const { return first_error.ok; }
-    /// What the last `parse` found wrong first, empty if nothing.
+    /// What it found wrong first, empty if nothing.
     AString const &parse_error_text() const { return first_error.text; }
     /// The transaction of the reply that was wrong; empty for a report or an unreadable reply.
     AString const &parse_error_xid() const { return first_error.xid; }
@@ -47,7 +48,7 @@ protected:
     virtual void report_lamp(Side side, bool open);
     virtual void report_names(std::list<AString> const &names);
 
-    /// Keeps the first error since the start of `parse`.
+    /// Keeps the first error since the start of the `parse` that runs.
     void store_error(AString const &xid, AString const &text);
 
 private:
@@ -63,9 +64,11 @@ private:
 
     static MessageTable const &reply_table();
     static MessageTable const &report_table();
+    void dispatch(XMLTree const &message);
 
     AFunction1<XMLTree const &> receive_debug_hook;
-    FirstError first_error;
+    FirstError first_error; // of the last parse that has ended
+    FirstError *running = nullptr; // of the innermost parse that runs
 };
 
 } // namespace VCTP3
