@@ -30,17 +30,18 @@ AStringChunk *make_chunk(void *memory, unsigned long long room)
     return chunk;
 }
 
-/// Lets \a write fill the room for \a n code points, chunk by chunk.
+/// Lets \a write fill the room for \a n code points, chunk by chunk: where, which of them comes
+/// first, and how many.
 template <typename Write>
 void append_by_chunks(AStringBuilder *builder, unsigned long long n, Write const &write)
 {
-    while (n != 0) {
+    for (unsigned long long first = 0; first < n;) {
         unsigned long long part = 0;
         AChar *to = builder->room(&part);
-        part = std::min(part, n);
-        write(to, part);
+        part = std::min(part, n - first);
+        write(to, first, part);
         builder->commit(part);
-        n -= part;
+        first += part;
     }
 }
 
@@ -153,23 +154,21 @@ void AStringBuilder::append(AString const &s)
 
 void AStringBuilder::append(AChar const *text, unsigned long long n)
 {
-    append_by_chunks(this, n, [&text](AChar *to, unsigned long long part) {
-        std::copy_n(text, part, to);
-        text += part;
+    append_by_chunks(this, n, [text](AChar *to, unsigned long long first, unsigned long long part) {
+        std::copy_n(text + first, part, to);
     });
 }
 
 void AStringBuilder::append_repeated(AChar c, unsigned long long n)
 {
-    append_by_chunks(
-        this, n, [c](AChar *to, unsigned long long part) { std::fill_n(to, part, c); });
+    append_by_chunks(this, n,
+        [c](AChar *to, unsigned long long, unsigned long long part) { std::fill_n(to, part, c); });
 }
 
 void AStringBuilder::append_latin1(char const *text, unsigned long long n)
 {
-    append_by_chunks(this, n, [&text](AChar *to, unsigned long long part) {
-        AStringBlocks::widen_latin1(text, part, to);
-        text += part;
+    append_by_chunks(this, n, [text](AChar *to, unsigned long long first, unsigned long long part) {
+        AStringBlocks::widen_latin1(text + first, part, to);
     });
 }
 
