@@ -21,8 +21,7 @@ GlintChannelMonitor::GlintChannelMonitor(Glint *owner, unsigned int number)
 {
     setObjectName(QStringLiteral("GlintChannelMonitor %1").arg(number));
     qRegisterMetaType<UpdateMethod>("GlintChannelMonitor::UpdateMethod");
-    connect(this, &GlintChannelMonitor::relay_connect_disconnect_notify2, this,
-        &GlintChannelMonitor::connect_disconnect_notify2, Qt::QueuedConnection);
+    connect_relay();
 }
 
 auto GlintChannelMonitor::rows() -> Row const (&)[signal_count]
@@ -87,12 +86,23 @@ void GlintChannelMonitor::connectNotify(QMetaMethod const &signal)
 
 void GlintChannelMonitor::disconnectNotify(QMetaMethod const &signal)
 {
+    // Who disconnects everybody from everything has taken the relay away too.
+    if (!signal.isValid())
+        connect_relay();
     connect_disconnect_notify(false, signal);
 }
 
 void GlintChannelMonitor::connect_disconnect_notify(bool connect, QMetaMethod const &signal)
 {
     listeners.notify(connect, signal, rows());
+}
+
+/// Once, however often it is called.
+void GlintChannelMonitor::connect_relay()
+{
+    connect(this, &GlintChannelMonitor::relay_connect_disconnect_notify2, this,
+        &GlintChannelMonitor::connect_disconnect_notify2,
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection));
 }
 
 void GlintChannelMonitor::connect_disconnect_notify2(bool connect, UpdateMethod const &method)

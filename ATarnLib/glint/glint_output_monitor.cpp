@@ -21,8 +21,7 @@ GlintOutputMonitor::GlintOutputMonitor(Glint *owner, unsigned int number)
 {
     setObjectName(QStringLiteral("GlintOutputMonitor %1").arg(number));
     qRegisterMetaType<UpdateMethod>("GlintOutputMonitor::UpdateMethod");
-    connect(this, &GlintOutputMonitor::relay_connect_disconnect_notify2, this,
-        &GlintOutputMonitor::connect_disconnect_notify2, Qt::QueuedConnection);
+    connect_relay();
     // However many items change, the configuration is asked once.
     auto *config_timer = new ATimer(true, this);
     connect(hub->get_channel_config(), &CFChannelConfig::changed, config_timer,
@@ -108,12 +107,23 @@ void GlintOutputMonitor::connectNotify(QMetaMethod const &signal)
 
 void GlintOutputMonitor::disconnectNotify(QMetaMethod const &signal)
 {
+    // Who disconnects everybody from everything has taken the relay away too.
+    if (!signal.isValid())
+        connect_relay();
     connect_disconnect_notify(false, signal);
 }
 
 void GlintOutputMonitor::connect_disconnect_notify(bool connect, QMetaMethod const &signal)
 {
     listeners.notify(connect, signal, rows());
+}
+
+/// Once, however often it is called.
+void GlintOutputMonitor::connect_relay()
+{
+    connect(this, &GlintOutputMonitor::relay_connect_disconnect_notify2, this,
+        &GlintOutputMonitor::connect_disconnect_notify2,
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection));
 }
 
 void GlintOutputMonitor::connect_disconnect_notify2(bool connect, UpdateMethod const &method)

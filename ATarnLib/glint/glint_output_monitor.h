@@ -161,6 +161,7 @@ private:
 
     static Row const (&rows())[signal_count];
     static QMetaMethod const &meta_method(Signal signal);
+    void connect_relay();
     void connect_disconnect_notify(bool connect, QMetaMethod const &signal);
     void connect_disconnect_notify2(bool connect, UpdateMethod const &method);
     void update_sig(Signal signal, bool emit_now);

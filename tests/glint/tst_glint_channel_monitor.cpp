@@ -54,6 +54,7 @@ private Q_SLOTS:
     void losing_the_listener_while_unconnected_sends_nothing();
     void every_way_of_leaving_is_seen_data();
     void every_way_of_leaving_is_seen();
+    void a_listener_is_heard_after_everybody_was_disconnected();
     void other_threads_may_connect_and_disconnect();
     void an_unknown_signal_is_an_assertion();
     void the_internal_signal_is_no_listener();
@@ -315,6 +316,27 @@ void TestGlintChannelMonitor::every_way_of_leaving_is_seen()
     QVERIFY(bench.sync());
     QCOMPARE(
         bench.log.channel_reports(), QStringList({registration("speed"), unregistration("speed")}));
+}
+
+void TestGlintChannelMonitor::a_listener_is_heard_after_everybody_was_disconnected()
+{
+    HubBench bench;
+    QVERIFY(bench.connect());
+    Monitor *monitor = bench.hub->get_channel_monitor(2);
+    connect(monitor, &Monitor::report_status, this, [] {});
+    EventLoop::turn();
+    // Of all signals and all receivers; what is the monitor's own must stay.
+    monitor->disconnect();
+    monitor->disconnect();
+    bench.ten_seconds_pass();
+    int heard = 0;
+    connect(monitor, &Monitor::report_speed, this, [&heard] { ++heard; });
+    // The present value, once, and what the server says to the registration.
+    QTRY_COMPARE(heard, 2);
+    QVERIFY(bench.sync());
+    QCOMPARE(heard, 2);
+    QCOMPARE(bench.log.channel_reports(),
+        QStringList({registration("status"), unregistration("status"), registration("speed")}));
 }
 
 void TestGlintChannelMonitor::other_threads_may_connect_and_disconnect()

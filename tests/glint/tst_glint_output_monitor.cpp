@@ -63,6 +63,7 @@ private Q_SLOTS:
     void an_unknown_signal_is_an_assertion();
     void one_source_feeds_several_outputs();
     void a_channel_of_another_hub_may_go_first();
+    void a_listener_is_heard_after_everybody_was_disconnected();
 };
 
 void TestGlintOutputMonitor::has_its_names()
@@ -367,6 +368,25 @@ void TestGlintOutputMonitor::a_channel_of_another_hub_may_go_first()
     hub.get_channel_monitor(1)->glint_speed(8);
     monitor->set_channel_monitor(hub.get_channel_monitor(1));
     QTRY_COMPARE(speeds.last(), 8);
+}
+
+void TestGlintOutputMonitor::a_listener_is_heard_after_everybody_was_disconnected()
+{
+    OutputBench bench;
+    QVERIFY(bench.start());
+    Monitor *monitor = bench.hub->get_output_monitor(2);
+    connect(monitor, &Monitor::report_status, this, [] {});
+    QVERIFY(bench.settle());
+    monitor->disconnect();
+    bench.ten_seconds_pass();
+    int heard = 0;
+    connect(monitor, &Monitor::report_speed, this, [&heard] { ++heard; });
+    // The value held here, the one that the channel holds, and what the server says.
+    QTRY_COMPARE(heard, 3);
+    QVERIFY(bench.settle());
+    QCOMPARE(heard, 3);
+    QVERIFY(bench.log.registered().contains(QStringLiteral("C speed")));
+    QVERIFY(!bench.log.registered().contains(QStringLiteral("C status")));
 }
 
 QTEST_GUILESS_MAIN(TestGlintOutputMonitor)
