@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/config/cf_model.h"
 #include "ATarnLib/config/cf_model_get_one_helper.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
 #include "sim/vesk/vesk_world.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
@@ -40,6 +41,7 @@ private Q_SLOTS:
     void is_fully_scanned_when_the_last_item_is_here();
     void an_item_asked_for_later_is_scanned_too();
     void is_not_fully_scanned_from_when_another_item_is_asked_for();
+    void rests_when_everything_is_here();
     void an_unknown_name_is_answered_and_not_asked_again();
     void a_helper_that_fetches_nothing_is_an_assertion();
     void every_connection_registers_for_changes();
@@ -303,6 +305,21 @@ void TestCFModel::is_not_fully_scanned_from_when_another_item_is_asked_for()
     QVERIFY(c.scan());
     QVERIFY(item->have_cf());
     c.model->get_item(text("VideoAspectRatio"));
+    QVERIFY(c.model->is_fully_scanned());
+}
+
+void TestCFModel::rests_when_everything_is_here()
+{
+    Modelled c;
+    c.model->get_item(text("VideoAspectRatio"));
+    auto const *timer = c.model->findChild<ATimer *>();
+    QVERIFY(timer && timer->isActive());
+    QVERIFY(c.connect());
+    QVERIFY(c.scan());
+    QTRY_VERIFY(!timer->isActive());
+    c.model->update();
+    QVERIFY(timer->isActive());
+    QTRY_VERIFY(!timer->isActive());
     QVERIFY(c.model->is_fully_scanned());
 }
 

@@ -99,6 +99,10 @@ void TestCFModelCommit::a_commit_while_not_connected_keeps_the_edits()
     c.panel->set(text("one"));
     c.model->commit_changes();
     QVERIFY(c.model->have_changes());
+    // Nothing was sent that the old value would have to follow.
+    c.panel->set(QString());
+    QVERIFY(!c.model->have_changes());
+    c.panel->set(text("one"));
     QVERIFY(c.scan());
     QCOMPARE(c.panel->get(), text("one"));
     QCOMPARE(c.count("set_configuration"), 0U);
