@@ -1,24 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "ATarnLib/glint/cf_channel_config.h"
-#include "tests/glint/hub_bench.h"
 #include "tests/glint/monitor_signals.h"
+#include "tests/glint/random_listeners.h"
 
 #include <QTest>
-#include <random>
 #include <set>
-#include <tuple>
 
 namespace {
 
 /// Those who listen, and what must be registered for them.
-class Listeners
+class Listeners : RandomListeners
 {
 public:
-    Listeners(HubBench *of, unsigned int seed)
-        : bench(of)
-        , random(seed)
-    {
-    }
+    using RandomListeners::RandomListeners;
 
     void step()
     {
@@ -44,7 +37,7 @@ public:
             forget_the_gone();
             break;
         case 10:
-            change_board();
+            reached = change_board();
             break;
         default:
             if (below(4) == 0)
@@ -59,36 +52,16 @@ public:
     QSet<QString> const &must_be_registered() const { return expected; }
 
 private:
-    /// A report of a channel, or of whatever channel feeds an output.
-    struct Wish
-    {
-        bool output;
-        unsigned int number;
-        QString report;
-
-        friend bool operator<(Wish const &a, Wish const &b)
-        {
-            return std::tie(a.output, a.number, a.report) < std::tie(b.output, b.number, b.report);
-        }
-    };
-    struct Listener
-    {
-        QMetaObject::Connection connection;
-        Wish wish;
-    };
-
-    unsigned int below(unsigned int limit) { return unsigned(random() % limit); }
-
     void listen_to_channel()
     {
-        auto const &signal = MonitorSignals::of_channel()[below(18)];
+        auto const &signal = any_of(MonitorSignals::of_channel());
         unsigned int const number = below(5);
         add({signal.connect(bench->hub->get_channel_monitor(number), &receiver, [] {}),
             {false, number, QString::fromLatin1(signal.report)}});
     }
     void listen_to_output()
     {
-        auto const &signal = MonitorSignals::of_output()[below(10)];
+        auto const &signal = any_of(MonitorSignals::of_output());
         unsigned int const number = below(5);
         add({signal.connect(bench->hub->get_output_monitor(number), &receiver, [] {}),
             {true, number, QString::fromLatin1(signal.report)}});
@@ -98,34 +71,12 @@ private:
         listeners.push_back(listener);
         wishes.insert(listener.wish);
     }
-    void leave()
-    {
-        if (listeners.empty())
-            return;
-        auto const at = listeners.begin() + below(unsigned(listeners.size()));
-        QObject::disconnect(at->connection);
-        listeners.erase(at);
-    }
-    void change_board()
-    {
-        static char const *const boards[] = {"VVVV", "ISO4", "VKVV", "absent", "VVVK", "SSM4"};
-        reached = bench->set_board(boards[below(6)]);
-    }
     /// The event loop and the wire have come to rest.
     void settle()
     {
         reached = reached && bench->settle();
-        for (Wish const &wish : wishes) {
-            AOption<unsigned int> channel = wish.number;
-            if (wish.output) {
-                auto const feed = bench->hub->get_channel_config()->GetOutputSource(wish.number);
-                channel = feed ? AOption<unsigned int>(feed->channel) : AOption<unsigned int>();
-            }
-            if (channel)
-                expected.insert(
-                    QString(VCTP3::Channel_to_string(static_cast<VCTP3::Channel>(*channel)))
-                    + QLatin1Char(' ') + wish.report);
-        }
+        for (ReportWish const &wish : wishes)
+            add_registration(wish, &expected);
     }
     /// A pass sees who has left.
     void forget_the_gone()
@@ -136,19 +87,10 @@ private:
             wishes.insert(listener.wish);
     }
 
-    HubBench *const bench;
-    std::mt19937 random;
-    QObject receiver;
-    std::vector<Listener> listeners;
-    std::set<Wish> wishes; // of those who listen, or did since the last pass
+    std::set<ReportWish> wishes; // of those who listen, or did since the last pass
     QSet<QString> expected;
     bool reached = true;
 };
-
-QSet<QString> channel_reports(WireLog const &log)
-{
-    return log.registered() - QSet<QString>{QStringLiteral("config_change")};
-}
 
 } // namespace
 
@@ -179,7 +121,7 @@ void TestGlintRegistrations::what_is_registered_is_what_is_listened_to()
     for (int step = 0; step < 120; ++step) {
         listeners.step();
         QVERIFY(listeners.is_sound());
-        QTRY_COMPARE(channel_reports(bench.log), listeners.must_be_registered());
+        QTRY_COMPARE(bench.log.channels_registered(), listeners.must_be_registered());
     }
     QVERIFY(!bench.log.commands(QStringLiteral("channel_report_unregister")).isEmpty());
 }

@@ -60,6 +60,12 @@ public:
         return unshared(groups);
     }
 
+    /// Those of channels, beside the one that the hub wants for itself.
+    QSet<QString> channels_registered() const
+    {
+        return registered() - QSet<QString>{QStringLiteral("config_change")};
+    }
+
 private:
     // The toolkit looks whether a list is still shared without the order that the thread sanitizer
     // wants to see.
