@@ -3,8 +3,8 @@
 
 #include <Tarn/CFChannelConfig>
 
-ConfiguredWall::ConfiguredWall(Glint *server, TileLimits const &tile_limits, QWidget *parent)
-    : TileGrid(tile_limits, parent)
+ConfiguredWall::ConfiguredWall(Glint *server, TileLimits const &tiles, QWidget *parent)
+    : TileGrid(tiles, parent)
     , hub(server)
 {
     // The items of a board change one after the other; one look at all of them is enough.

@@ -13,7 +13,7 @@ class ConfiguredWall : public TileGrid
     Q_OBJECT
 
 protected:
-    ConfiguredWall(Glint *server, TileLimits const &tile_limits, QWidget *parent);
+    ConfiguredWall(Glint *server, TileLimits const &tiles, QWidget *parent);
 
     /// Shows what the configuration has now; called after each change.
     virtual void follow_configuration() = 0;
