@@ -10,7 +10,6 @@
 #include <array>
 #include <atomic>
 #include <deque>
-#include <list>
 
 class ATimer;
 class CFChannelConfig;
@@ -20,6 +19,7 @@ class GlintChannelMonitor;
 class GlintHealth;
 class GlintOutputMonitor;
 class GlintTimecode;
+class GlintWorker;
 class AlertModel;
 class LightStoreDBObject;
 class LightStoreManager;
@@ -170,12 +170,12 @@ private:
 
     AString last_drop_reason() const;
     void make_workers();
+    GlintWorker *decoder_for(XMLTree const &message) const;
     void send_work();
     void make_models(bool local);
     void make_monitors();
     void process_disconnected_signals();
     void connect_reports();
-    std::list<unsigned int> const &level_list(std::array<unsigned int, 16> const &levels);
     void register_alerts();
     void register_listplay(VCTP3::Channel channel);
     void register_chaseplay(VCTP3::Channel channel);
@@ -210,5 +210,4 @@ private:
     CFChannelConfig *channel_config = nullptr;
     GlintHealth *health = nullptr;
     bool send_work_posted = false;
-    std::list<unsigned int> levels_scratch = std::list<unsigned int>(16);
 };

@@ -12,6 +12,8 @@
 
 #include <bitset>
 #include <list>
+#include <span>
+#include <vector>
 
 class Glint;
 
@@ -171,16 +173,16 @@ public:
     /// The playback mode is emitted beside the information, and stays the default: it is not
     /// taken from there.
     void glint_info(VCTP3::ChannelInformation const &value);
-    void glint_peak(std::list<unsigned int> const &levels);
+    void glint_peak(std::span<unsigned int const> levels);
     void glint_aux_audio_status(VCTP3::ChannelStatus value, AOption<AString> const &clip);
     void glint_aux_audio_clipid(AString const &clip);
     void glint_aux_audio_speed(int value);
     void glint_aux_audio_timecode(unsigned int position);
     void glint_aux_audio_info(VCTP3::ChannelInformation const &value);
-    void glint_aux_audio_peak(std::list<unsigned int> const &levels);
+    void glint_aux_audio_peak(std::span<unsigned int const> levels);
     /// The highest level of each track since the last delivery of levels.
-    void glint_peak_hold(std::list<unsigned int> const &levels);
-    void glint_aux_peak_hold(std::list<unsigned int> const &levels);
+    void glint_peak_hold(std::span<unsigned int const> levels);
+    void glint_aux_peak_hold(std::span<unsigned int const> levels);
     /// Registers on a new connection what is listened to.
     void glint_connected();
     /// @}
@@ -254,13 +256,28 @@ private:
     bool is_needed(VCTP3::ChannelReportType report) const;
     bool has_listener(Signal signal) const { return sig[static_cast<std::size_t>(signal)]; }
 
-    /// A clip's name as it came and as it is shown; most reports repeat it.
-    struct ClipID
+    /// A clip's name as it came, and as it is shown if somebody looks; most reports repeat it.
+    class ClipID
     {
+    public:
         void set(AString const &text);
+        QString const &show();
 
+    private:
         AString wire;
         QString shown;
+        bool is_shown = true;
+    };
+    /// Levels as they came, and as they are shown if somebody looks.
+    class Levels
+    {
+    public:
+        void set(std::span<unsigned int const> levels);
+        std::list<unsigned int> const &show();
+
+    private:
+        std::vector<unsigned int> values;
+        std::list<unsigned int> shown;
     };
 
     Glint *const hub;
@@ -274,18 +291,18 @@ private:
     Timecodes timecodes;
     unsigned int clip_position = default_clip_position();
     VCTP3::ChannelInformation information;
-    std::list<unsigned int> peak;
+    Levels peak;
     VCTP3::ChannelStatus aux_status = default_aux_status();
     ClipID aux_clipid;
     int aux_speed = default_aux_speed();
     unsigned int aux_position = default_aux_position();
     VCTP3::ChannelInformation aux_information;
-    std::list<unsigned int> aux_peak;
+    Levels aux_peak;
     Corvane::ATimecode display_timecode;
     Corvane::ATimecode input_timecode;
     AOption<VCTP3::Playback> playback_mode;
-    std::list<unsigned int> peak_hold;
-    std::list<unsigned int> aux_peak_hold;
+    Levels peak_hold;
+    Levels aux_peak_hold;
 
     GlintListeners<GlintChannelMonitor> listeners{this};
 };

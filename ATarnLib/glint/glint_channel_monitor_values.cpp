@@ -2,6 +2,8 @@
 #include "ATarnLib/glint/glint.h"
 #include "ATarnLib/glint/glint_channel_monitor.h"
 
+#include <utility>
+
 using Corvane::ATimecode;
 using VCTP3::ChannelInformation;
 using VCTP3::ChannelReportType;
@@ -14,7 +16,25 @@ void GlintChannelMonitor::ClipID::set(AString const &text)
     if (text == wire)
         return;
     wire = text.deep_copy(32);
-    shown = QString(wire);
+    is_shown = false;
+}
+
+QString const &GlintChannelMonitor::ClipID::show()
+{
+    if (!std::exchange(is_shown, true))
+        shown = QString(wire);
+    return shown;
+}
+
+void GlintChannelMonitor::Levels::set(std::span<unsigned int const> levels)
+{
+    values.assign(levels.begin(), levels.end());
+}
+
+std::list<unsigned int> const &GlintChannelMonitor::Levels::show()
+{
+    shown.assign(values.begin(), values.end());
+    return shown;
 }
 
 void GlintChannelMonitor::glint_status(ChannelStatus value, AOption<AString> const &clip)
@@ -57,9 +77,9 @@ void GlintChannelMonitor::glint_info(ChannelInformation const &value)
     emit_playback_mode();
 }
 
-void GlintChannelMonitor::glint_peak(std::list<unsigned int> const &levels)
+void GlintChannelMonitor::glint_peak(std::span<unsigned int const> levels)
 {
-    peak = levels;
+    peak.set(levels);
     emit_peak();
 }
 
@@ -95,21 +115,21 @@ void GlintChannelMonitor::glint_aux_audio_info(ChannelInformation const &value)
     emit_aux_information();
 }
 
-void GlintChannelMonitor::glint_aux_audio_peak(std::list<unsigned int> const &levels)
+void GlintChannelMonitor::glint_aux_audio_peak(std::span<unsigned int const> levels)
 {
-    aux_peak = levels;
+    aux_peak.set(levels);
     emit_aux_peak();
 }
 
-void GlintChannelMonitor::glint_peak_hold(std::list<unsigned int> const &levels)
+void GlintChannelMonitor::glint_peak_hold(std::span<unsigned int const> levels)
 {
-    peak_hold = levels;
+    peak_hold.set(levels);
     emit_peak_hold();
 }
 
-void GlintChannelMonitor::glint_aux_peak_hold(std::list<unsigned int> const &levels)
+void GlintChannelMonitor::glint_aux_peak_hold(std::span<unsigned int const> levels)
 {
-    aux_peak_hold = levels;
+    aux_peak_hold.set(levels);
     emit_aux_peak_hold();
 }
 
@@ -129,7 +149,7 @@ void GlintChannelMonitor::emit_status()
 void GlintChannelMonitor::emit_clipid()
 {
     if (has_listener(Signal::clipid))
-        Q_EMIT report_clipid(clipid.shown);
+        Q_EMIT report_clipid(clipid.show());
 }
 
 void GlintChannelMonitor::emit_speed()
@@ -177,7 +197,7 @@ void GlintChannelMonitor::emit_playback_mode()
 void GlintChannelMonitor::emit_peak()
 {
     if (has_listener(Signal::peak))
-        Q_EMIT report_peak(peak);
+        Q_EMIT report_peak(peak.show());
 }
 
 void GlintChannelMonitor::emit_aux_status()
@@ -189,7 +209,7 @@ void GlintChannelMonitor::emit_aux_status()
 void GlintChannelMonitor::emit_aux_clipid()
 {
     if (has_listener(Signal::aux_clipid))
-        Q_EMIT report_aux_clipid(aux_clipid.shown);
+        Q_EMIT report_aux_clipid(aux_clipid.show());
 }
 
 void GlintChannelMonitor::emit_aux_speed()
@@ -213,17 +233,17 @@ void GlintChannelMonitor::emit_aux_information()
 void GlintChannelMonitor::emit_aux_peak()
 {
     if (has_listener(Signal::aux_peak))
-        Q_EMIT report_aux_peak(aux_peak);
+        Q_EMIT report_aux_peak(aux_peak.show());
 }
 
 void GlintChannelMonitor::emit_peak_hold()
 {
     if (has_listener(Signal::peak_hold))
-        Q_EMIT report_peak_hold(peak_hold);
+        Q_EMIT report_peak_hold(peak_hold.show());
 }
 
 void GlintChannelMonitor::emit_aux_peak_hold()
 {
     if (has_listener(Signal::aux_peak_hold))
-        Q_EMIT report_aux_peak_hold(aux_peak_hold);
+        Q_EMIT report_aux_peak_hold(aux_peak_hold.show());
 }

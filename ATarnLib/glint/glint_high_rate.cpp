@@ -4,28 +4,12 @@
 #include "ATarnLib/glint/glint_channel_monitor.h"
 #include "ATarnLib/glint/glint_timecode.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
-#include "kestrel/mod/vctp3/tarnlibapi/protocol/words_p.h"
-
-using VCTP3::Word;
-using VCTP3::word;
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/report_ahead_p.h"
 
 namespace {
 
 /// Messages for a worker after which it begins while the hub is still reading others.
 constexpr std::size_t most_held = 256;
-
-bool has_levels(XMLTree const &report)
-{
-    return report.has_tag(word(Word::channel_peak))
-        || report.has_tag(word(Word::channel_aux_audio_peak));
-}
-
-bool has_timecode(XMLTree const &report)
-{
-    return report.has_tag(word(Word::channel_timecode))
-        || report.has_tag(word(Word::channel_aux_audio_timecode))
-        || report.has_tag(word(Word::ltc_timecode));
-}
 
 } // namespace
 
@@ -47,18 +31,8 @@ void Glint::make_workers()
 
 bool Glint::parse_intercept(XMLTree const &message)
 {
-    if (!message.has_tag(word(Word::report)))
-        return false;
-    auto child = message.children().begin();
-    if (child == XMLChildren::const_iterator())
-        return false;
-    XMLTree const &report = *child;
-    GlintWorker *worker = nullptr;
-    if (has_levels(report))
-        worker = levels_worker;
-    else if (has_timecode(report))
-        worker = timecode_worker;
-    if (!worker || ++child != XMLChildren::const_iterator())
+    GlintWorker *const worker = is_read_ahead() ? nullptr : decoder_for(message);
+    if (!worker)
         return false;
     worker->hold_work(connection_count, message);
     if (worker->held_work() >= most_held)
@@ -66,6 +40,20 @@ bool Glint::parse_intercept(XMLTree const &message)
     else if (!std::exchange(send_work_posted, true))
         QMetaObject::invokeMethod(this, &Glint::send_work, Qt::QueuedConnection);
     return true;
+}
+
+/// Null for what the parser reads.
+GlintWorker *Glint::decoder_for(XMLTree const &message) const
+{
+    switch (VCTP3::decoder_of(message)) {
+    case VCTP3::ReportDecoder::timecodes:
+        return timecode_worker;
+    case VCTP3::ReportDecoder::levels:
+        return levels_worker;
+    case VCTP3::ReportDecoder::parser:
+        break;
+    }
+    return nullptr;
 }
 
 /// What one pass over the received messages has found goes to the workers together.
@@ -78,18 +66,17 @@ void Glint::send_work()
 
 void Glint::process_timecode()
 {
-    bool delivered = false;
     GlintTimecodeResult result;
-    if (timecode_worker->take_timecode(connection_count, &result)) {
-        delivered = true;
-        do_report_channel_timecode(result.channel, result.position, result.display, result.input);
-    }
-    if (timecode_worker->take_aux_position(connection_count, &result)) {
-        delivered = true;
-        do_report_channel_aux_audio_timecode(result.channel, result.position);
-    }
-    if (delivered)
+    GlintTimecodeResult aux;
+    bool const has_result = timecode_worker->take_timecode(connection_count, &result);
+    bool const has_aux = timecode_worker->take_aux_position(connection_count, &aux);
+    // First of all, as a slot may run an event loop of its own.
+    if (has_result || has_aux)
         timecode_timer->start();
+    if (has_result)
+        do_report_channel_timecode(result.channel, result.position, result.display, result.input);
+    if (has_aux)
+        do_report_channel_aux_audio_timecode(aux.channel, aux.position);
 }
 
 void Glint::process_ltc()
@@ -101,22 +88,22 @@ void Glint::process_ltc()
 
 void Glint::process_audio_levels()
 {
-    bool delivered = false;
     GlintAudioLevelsResult result;
-    if (levels_worker->take_levels(connection_count, &result)) {
-        delivered = true;
+    GlintAudioLevelsResult aux;
+    bool const has_result = levels_worker->take_levels(connection_count, &result);
+    bool const has_aux = levels_worker->take_aux_levels(connection_count, &aux);
+    if (has_result || has_aux)
+        levels_timer->start();
+    if (has_result) {
         do_report_channel_peak(result.channel, result.levels);
         if (GlintChannelMonitor *monitor = toMonitor(result.channel))
-            monitor->glint_peak_hold(level_list(result.hold));
+            monitor->glint_peak_hold(result.hold);
     }
-    if (levels_worker->take_aux_levels(connection_count, &result)) {
-        delivered = true;
-        do_report_channel_aux_audio_peak(result.channel, result.levels);
-        if (GlintChannelMonitor *monitor = toMonitor(result.channel))
-            monitor->glint_aux_peak_hold(level_list(result.hold));
+    if (has_aux) {
+        do_report_channel_aux_audio_peak(aux.channel, aux.levels);
+        if (GlintChannelMonitor *monitor = toMonitor(aux.channel))
+            monitor->glint_aux_peak_hold(aux.hold);
     }
-    if (delivered)
-        levels_timer->start();
 }
 
 /// Of the parser or of a worker, whichever dropped last.

@@ -3,8 +3,6 @@
 #include "ATarnLib/glint/glint_channel_monitor.h"
 #include "ATarnLib/glint/glint_levels_p.h"
 
-#include <algorithm>
-
 using VCTP3::Channel;
 using VCTP3::ChannelInformation;
 using VCTP3::ChannelStatus;
@@ -68,7 +66,7 @@ void Glint::got_report_channel_info(Channel channel, ChannelInformation const &i
 void Glint::got_report_channel_peak(Channel channel, AString const &levels)
 {
     if (GlintChannelMonitor *monitor = toMonitor(channel))
-        monitor->glint_peak(level_list(GlintLevels::parse(levels)));
+        monitor->glint_peak(GlintLevels::parse(levels));
 }
 
 void Glint::got_report_channel_aux_audio_status(
@@ -106,12 +104,5 @@ void Glint::got_report_channel_aux_audio_info(
 void Glint::got_report_channel_aux_audio_peak(Channel channel, AString const &levels)
 {
     if (GlintChannelMonitor *monitor = toMonitor(channel))
-        monitor->glint_aux_audio_peak(level_list(GlintLevels::parse(levels)));
-}
-
-/// In the one list that is kept for it: making a list for each report costs an allocation a level.
-std::list<unsigned int> const &Glint::level_list(std::array<unsigned int, 16> const &levels)
-{
-    std::copy(levels.begin(), levels.end(), levels_scratch.begin());
-    return levels_scratch;
+        monitor->glint_aux_audio_peak(GlintLevels::parse(levels));
 }

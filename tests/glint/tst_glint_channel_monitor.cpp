@@ -9,6 +9,7 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <array>
 #include <thread>
 
 using VCTP3::Channel;
@@ -417,11 +418,11 @@ void TestGlintChannelMonitor::news_are_stored_and_emitted_to_listeners()
     monitor->glint_aux_audio_speed(65536);
     monitor->glint_aux_audio_timecode(9);
     monitor->glint_aux_audio_info(information);
-    monitor->glint_aux_audio_peak({1, 2});
+    monitor->glint_aux_audio_peak(std::array{1U, 2U});
     // Nobody listens to these.
     monitor->glint_status(ChannelStatus::play, AString::l1("y"));
     monitor->glint_speed(-65536);
-    monitor->glint_peak({3});
+    monitor->glint_peak(std::array{3U});
     QCOMPARE(heard.lines(),
         SignalNotes::of({"timecodes 5 00.00.02.00 00.00.04.00", "position 5", "display 00.00.02.00",
             "input 00.00.04.00", "information 77", "aux status 4", "aux clip x", "aux speed 65536",

@@ -6,7 +6,9 @@
 #include "tests/support/assert_log.h"
 #include "tests/support/count_here.h"
 
+#include <QEventLoop>
 #include <QTest>
+#include <QTimer>
 
 using VCTP3::Channel;
 using VCTP3::ChannelReportType;
@@ -103,6 +105,8 @@ private Q_SLOTS:
     void a_report_overtaken_before_delivery_is_replaced();
     void channels_are_delivered_in_arrival_order_each_on_its_own_pass();
     void each_pass_delivers_one_of_each_kind();
+    void a_slot_that_runs_an_event_loop_holds_no_other_channel_up_data();
+    void a_slot_that_runs_an_event_loop_holds_no_other_channel_up();
     void results_of_an_older_connection_fall_away();
     void a_malformed_report_does_not_stop_later_ones_data();
     void a_malformed_report_does_not_stop_later_ones();
@@ -226,6 +230,43 @@ void TestGlintHighRate::each_pass_delivers_one_of_each_kind()
     QVERIFY(order.indexOf(QStringLiteral("peak 1 7")) < order.indexOf(QStringLiteral("peak 2 7")));
     QVERIFY(hub.heard.indexOf(QStringLiteral("turn"))
         < hub.heard.indexOf(QStringLiteral("aux peak 2 8")));
+}
+
+void TestGlintHighRate::a_slot_that_runs_an_event_loop_holds_no_other_channel_up_data()
+{
+    QTest::addColumn<QByteArrayList>("texts");
+    QTest::newRow("timecodes") << QByteArrayList{
+        ReportText::timecode(1, 1), ReportText::timecode(2, 2)};
+    QTest::newRow("aux positions")
+        << QByteArrayList{ReportText::aux_position(1, 1), ReportText::aux_position(2, 2)};
+    QTest::newRow("levels") << QByteArrayList{ReportText::peak(1, "1"), ReportText::peak(2, "2")};
+    QTest::newRow("aux levels") << QByteArrayList{
+        ReportText::aux_peak(1, "1"), ReportText::aux_peak(2, "2")};
+}
+
+void TestGlintHighRate::a_slot_that_runs_an_event_loop_holds_no_other_channel_up()
+{
+    QFETCH(QByteArrayList, texts);
+    OpenHub hub;
+    QEventLoop dialog;
+    bool came_meanwhile = false;
+    auto const open_or_close = [&](VCTP3::Channel channel) {
+        if (channel == static_cast<VCTP3::Channel>(1)) {
+            QTimer::singleShot(5000, &dialog, &QEventLoop::quit);
+            dialog.exec();
+        } else {
+            came_meanwhile = dialog.isRunning();
+            dialog.quit();
+        }
+    };
+    connect(&hub, &Glint::report_channel_timecode, &hub, open_or_close);
+    connect(&hub, &Glint::report_channel_aux_audio_timecode, &hub, open_or_close);
+    connect(&hub, &Glint::report_channel_peak, &hub, open_or_close);
+    connect(&hub, &Glint::report_channel_aux_audio_peak, &hub, open_or_close);
+    for (QByteArray const &text : texts)
+        QVERIFY(hub.feed(text));
+    QTRY_COMPARE(hub.heard.size(), 2);
+    QVERIFY(came_meanwhile);
 }
 
 void TestGlintHighRate::results_of_an_older_connection_fall_away()

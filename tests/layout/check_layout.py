@@ -72,8 +72,8 @@ def offences(name, text):
                 yield number, "includes upwards: " + target
             if target.startswith(("sim/", "demo/", "tools/", "tests/", "bench/")):
                 yield number, "the library includes " + target
-            if own <= 2 and target in TOOLKIT_SIDE and name not in TOOLKIT_SIDE and not \
-                    name.replace(".cpp", ".h") in TOOLKIT_SIDE:
+            as_header = name.removesuffix(".in").replace(".cpp", ".h")
+            if own <= 2 and target in TOOLKIT_SIDE and as_header not in TOOLKIT_SIDE:
                 if not name.startswith(CORE + "protocol/api_qt"):
                     yield number, "the core includes its toolkit side: " + target
         for prefix, allowed in OUTSIDE.items():

@@ -4,6 +4,7 @@
 #include "tests/protocol/qt_rows.h"
 #include "tests/support/scripted_server.h"
 
+#include <QMetaMethod>
 #include <QTest>
 #include <set>
 
@@ -36,6 +37,31 @@ private:
     QByteArray bytes;
 };
 
+/// The names of the report signals that were emitted, in order.
+class ReportNotes : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ReportNotes(QObject *of)
+    {
+        QMetaObject const &signals_of = *of->metaObject();
+        int const slot = metaObject()->indexOfSlot("note()");
+        for (int i = 0; i < signals_of.methodCount(); ++i) {
+            if (signals_of.method(i).name().startsWith("report_"))
+                QMetaObject::connect(of, i, this, slot);
+        }
+    }
+    QStringList seen;
+
+private Q_SLOTS:
+    void note()
+    {
+        seen.append(
+            QString::fromLatin1(sender()->metaObject()->method(senderSignalIndex()).name()));
+    }
+};
+
 class TestAPIQtForms : public QObject
 {
     Q_OBJECT
@@ -44,6 +70,8 @@ private Q_SLOTS:
     void writes_every_form_data();
     void writes_every_form();
     void leads_every_reply_to_its_signal();
+    void leads_every_report_to_its_signal_or_drops_it_data();
+    void leads_every_report_to_its_signal_or_drops_it();
 };
 
 void TestAPIQtForms::writes_every_form_data()
@@ -123,6 +151,50 @@ void TestAPIQtForms::leads_every_reply_to_its_signal()
         notes.seen.clear();
     }
     QCOMPARE(done.size(), list.size());
+}
+
+void TestAPIQtForms::leads_every_report_to_its_signal_or_drops_it_data()
+{
+    QTest::addColumn<bool>("with_hook");
+    QTest::newRow("read on the parser's thread") << false;
+    QTest::newRow("a hook sees it being read") << true;
+}
+
+void TestAPIQtForms::leads_every_report_to_its_signal_or_drops_it()
+{
+    QFETCH(bool, with_hook);
+    ScriptedServer server;
+    APIQt api;
+    ReportNotes notes(&api);
+    unsigned int hooked = 0;
+    if (with_hook)
+        api.set_receive_debug_hook(
+            {[](void *count, XMLTree const &) { ++*static_cast<unsigned int *>(count); }, &hooked});
+    api.connect_to_server(server.address());
+    QTRY_COMPARE(server.connections_open(), 1);
+
+    unsigned int said = 0;
+    unsigned int dropped = 0;
+    QStringList expected;
+    AString last_reason;
+    for (MessageRow const &row : message_rows()) {
+        if (!QByteArray(row.name).startsWith("report "))
+            continue;
+        server.say(row.text);
+        ++said;
+        if (*row.call != 0)
+            expected.append(QString::fromUtf8(row.call));
+        if (*row.error != 0) {
+            ++dropped;
+            last_reason = AString::from_utf8(row.error);
+        }
+    }
+    QVERIFY(expected.size() >= 57 && dropped >= 57);
+    QTRY_COMPARE(api.traffic().messages_received, said);
+    QCOMPARE(notes.seen, expected);
+    QCOMPARE(api.traffic().messages_dropped, dropped);
+    QCOMPARE(api.traffic().last_drop_reason, last_reason);
+    QCOMPARE(hooked, with_hook ? said : 0U);
 }
 
 QTEST_GUILESS_MAIN(TestAPIQtForms)

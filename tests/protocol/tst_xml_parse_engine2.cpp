@@ -199,8 +199,9 @@ private Q_SLOTS:
     void configuration_after_input_is_an_assertion();
     void configuration_after_reset_is_an_assertion();
     void what_is_prepared_is_made_on_the_worker_for_each_tree();
-    void what_is_prepared_can_be_taken_once_until_the_next_call();
-    void what_is_prepared_outlives_a_reset_while_it_is_held();
+    void a_message_is_taken_once_by_either_call();
+    void a_message_outlives_a_reset_while_it_is_held();
+    void what_is_given_back_is_freed_on_the_worker();
     void preparation_after_input_is_an_assertion();
 
     void an_error_comes_behind_the_trees_before_it();
@@ -378,19 +379,25 @@ struct Content : XMLParseEngine2::Prepared
 };
 
 /// Prepares all trees but those with the content "none".
-std::shared_ptr<XMLParseEngine2::Prepared const> prepare(XMLTree const &tree)
+std::unique_ptr<XMLParseEngine2::Prepared const> prepare(XMLTree const &tree)
 {
-    auto made = std::make_shared<Content>();
+    auto made = std::make_unique<Content>();
     made->text = content(tree);
     made->thread = QThread::currentThread();
-    return made->text == QLatin1String("none") ? nullptr : made;
+    return made->text == QLatin1String("none") ? nullptr : std::move(made);
 }
 
-/// What was prepared of the tree that was got last; empty for nothing.
-QString prepared_text(XMLParseEngine2 &engine)
+/// The next message, waited for; none when none comes.
+XMLParseEngine2::Message next_message(XMLParseEngine2 &engine)
 {
-    auto const prepared = engine.take_prepared();
-    return prepared ? static_cast<Content const &>(*prepared).text : QString();
+    XMLParseEngine2::Message message;
+    (void)QTest::qWaitFor([&] { return !(message = engine.take_message()).tree.is_null(); });
+    return message;
+}
+
+Content const &prepared(XMLParseEngine2::Message const &message)
+{
+    return static_cast<Content const &>(*message.prepared);
 }
 
 } // namespace
@@ -401,45 +408,84 @@ void TestXMLParseEngine2::what_is_prepared_is_made_on_the_worker_for_each_tree()
     engine.config_tag("a");
     engine.config_preparation(prepare);
     engine.input_bytes("<a>1</a><a>none</a><a>3</a>");
-    QCOMPARE(content(next(engine)), QStringLiteral("1"));
-    auto const first = engine.take_prepared();
-    QVERIFY(first);
-    QCOMPARE(static_cast<Content const &>(*first).text, QStringLiteral("1"));
-    QCOMPARE(static_cast<Content const &>(*first).thread, engine.thread());
-    QCOMPARE(content(next(engine)), QStringLiteral("none"));
-    QVERIFY(!engine.take_prepared());
-    QCOMPARE(content(next(engine)), QStringLiteral("3"));
-    QCOMPARE(prepared_text(engine), QStringLiteral("3"));
+    XMLParseEngine2::Message const first = next_message(engine);
+    QCOMPARE(content(first.tree), QStringLiteral("1"));
+    QVERIFY(first.prepared);
+    QCOMPARE(prepared(first).text, QStringLiteral("1"));
+    QCOMPARE(prepared(first).thread, engine.thread());
+    XMLParseEngine2::Message const second = next_message(engine);
+    QCOMPARE(content(second.tree), QStringLiteral("none"));
+    QVERIFY(!second.prepared);
+    XMLParseEngine2::Message const third = next_message(engine);
+    QVERIFY(third.prepared);
+    QCOMPARE(prepared(third).text, QStringLiteral("3"));
 }
 
-void TestXMLParseEngine2::what_is_prepared_can_be_taken_once_until_the_next_call()
+void TestXMLParseEngine2::a_message_is_taken_once_by_either_call()
 {
     XMLParseEngine2 engine(buffer_size);
     engine.config_tag("a");
     engine.config_preparation(prepare);
-    engine.input_bytes("<a>1</a><a>2</a>");
-    QVERIFY(!engine.take_prepared());
+    engine.input_bytes("<a>1</a><a>2</a><a>3</a>");
     QCOMPARE(content(next(engine)), QStringLiteral("1"));
-    QCOMPARE(prepared_text(engine), QStringLiteral("1"));
-    QVERIFY(!engine.take_prepared());
-    QCOMPARE(content(next(engine)), QStringLiteral("2"));
-    engine.reset();
-    QVERIFY(!engine.take_prepared());
+    QVERIFY(!engine.parse_error());
+    XMLParseEngine2::Message const second = engine.take_message();
+    QCOMPARE(content(second.tree), QStringLiteral("2"));
+    QCOMPARE(prepared(second).text, QStringLiteral("2"));
+    QCOMPARE(content(engine.get_xml()), QStringLiteral("3"));
+    XMLParseEngine2::Message const none = engine.take_message();
+    QVERIFY(none.tree.is_null() && !none.prepared);
 }
 
-void TestXMLParseEngine2::what_is_prepared_outlives_a_reset_while_it_is_held()
+void TestXMLParseEngine2::a_message_outlives_a_reset_while_it_is_held()
 {
     XMLParseEngine2 engine(buffer_size);
     engine.config_tag("a");
     engine.config_preparation(prepare);
     engine.input_bytes("<a>old</a>");
-    QCOMPARE(content(next(engine)), QStringLiteral("old"));
-    auto const held = engine.take_prepared();
+    XMLParseEngine2::Message held = next_message(engine);
     engine.reset();
     engine.input_bytes("<a>new</a>");
-    QCOMPARE(content(next(engine)), QStringLiteral("new"));
-    QCOMPARE(static_cast<Content const &>(*held).text, QStringLiteral("old"));
-    QCOMPARE(prepared_text(engine), QStringLiteral("new"));
+    XMLParseEngine2::Message const after = next_message(engine);
+    QCOMPARE(content(held.tree), QStringLiteral("old"));
+    QCOMPARE(prepared(held).text, QStringLiteral("old"));
+    QCOMPARE(prepared(after).text, QStringLiteral("new"));
+    engine.give_back(std::move(held));
+}
+
+namespace {
+
+/// Tells on which thread it was freed.
+struct Witness : XMLParseEngine2::Prepared
+{
+    explicit Witness(std::atomic<QThread *> *noted)
+        : freed_on(noted)
+    {
+    }
+    ~Witness() override { *freed_on = QThread::currentThread(); }
+
+    std::atomic<QThread *> *const freed_on;
+};
+
+} // namespace
+
+void TestXMLParseEngine2::what_is_given_back_is_freed_on_the_worker()
+{
+    std::atomic<QThread *> freed_on{nullptr};
+    Rig rig;
+    rig.keep_trees = true;
+    rig.engine.config_preparation([&](XMLTree const &tree) {
+        return content(tree) == QLatin1String("0") ? std::make_unique<Witness>(&freed_on) : nullptr;
+    });
+    rig.engine.input_bytes(message(0));
+    XMLParseEngine2::Message held = next_message(rig.engine);
+    QVERIFY(held.prepared);
+    rig.engine.give_back(std::move(held));
+    QVERIFY(rig.engine.take_message().tree.is_null());
+    QCOMPARE(freed_on.load(), nullptr);
+    rig.engine.input_bytes(message(1));
+    QVERIFY(rig.settle());
+    QCOMPARE(freed_on.load(), rig.engine.thread());
 }
 
 void TestXMLParseEngine2::preparation_after_input_is_an_assertion()
@@ -450,8 +496,7 @@ void TestXMLParseEngine2::preparation_after_input_is_an_assertion()
     engine.input_bytes("<a>1</a>");
     engine.config_preparation(prepare);
     QCOMPARE(log.take(), list({"!flow_begun"}));
-    QCOMPARE(content(next(engine)), QStringLiteral("1"));
-    QVERIFY(!engine.take_prepared());
+    QVERIFY(!next_message(engine).prepared);
 }
 
 void TestXMLParseEngine2::an_error_comes_behind_the_trees_before_it()

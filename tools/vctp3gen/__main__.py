@@ -41,6 +41,7 @@ FILES = {
     f"{PROTOCOL}/callback_groups.cpp": emit_frame.callback_groups_cpp,
     f"{PROTOCOL}/api_qt_forms.cpp": emit_frame.qt_forms_cpp,
     f"{PROTOCOL}/api_qt_impl_reports.cpp": emit_frame.qt_impl_reports_cpp,
+    f"{PROTOCOL}/report_ahead_reports.cpp": emit_frame.report_ahead_cpp,
     "sim/vesk/vesk_handler.h": emit_sim.handler_h,
     "sim/vesk/vesk_handler.cpp": emit_sim.handler_cpp,
     "sim/vesk/replies.h": emit_sim.replies_h,
@@ -59,6 +60,7 @@ TEMPLATES = {
     f"{PROTOCOL}/api.h": emit_frame.api_members,
     f"{PROTOCOL}/api_qt.h": emit_frame.qt_members,
     f"{PROTOCOL}/api_qt_impl_p.h": emit_frame.qt_impl_members,
+    f"{PROTOCOL}/report_ahead_p.h": emit_frame.report_ahead_members,
 }
 
 

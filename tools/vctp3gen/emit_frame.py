@@ -434,3 +434,45 @@ def qt_impl_reports_cpp(vocabulary):
         *include(f"{PROTOCOL}/api_qt.h", f"{PROTOCOL}/api_qt_impl_p.h"),
         *in_namespace(lines[:-1]),
     ])
+
+
+# reports that are read ahead
+
+
+def _read_ahead(vocabulary):
+    return [r for r in vocabulary.reports.values() if not r.decoder]
+
+
+def report_ahead_members(vocabulary):
+    return {"REPORTS": [join(f"    void report_{r.name}", arguments(r), " override;")
+                        for r in _read_ahead(vocabulary)]}
+
+
+def report_ahead_cpp(vocabulary):
+    rows = [f"        {{Word::{r.name}, ReportDecoder::{r.decoder}}},"
+            for r in vocabulary.reports.values() if r.decoder]
+    lines = [
+        "TagTable<ReportDecoder> const &report_decoders()",
+        "{",
+        "    static constexpr TagTable<ReportDecoder>::Row rows[] = {",
+        *rows,
+        "    };",
+        "    static TagTable<ReportDecoder> const table(rows);",
+        "    return table;",
+        "}",
+        "",
+    ]
+    for report in _read_ahead(vocabulary):
+        lines += [
+            join(f"void ReportReader::report_{report.name}", arguments(report), ""),
+            "{",
+            join(f"    hold<&APIQtImpl::report_{report.name}>", names(report), ";"),
+            "}",
+            "",
+        ]
+    return text([
+        banner("reports.tbl"),
+        *include(f"{PROTOCOL}/api_qt_impl_p.h", f"{PROTOCOL}/report_ahead_p.h",
+                 f"{PROTOCOL}/tag_table_p.h"),
+        *in_namespace(lines[:-1]),
+    ])

@@ -23,6 +23,10 @@ LEAVES = {
 }
 
 
+# who decodes a report that comes at field rate
+DECODERS = ("timecodes", "levels")
+
+
 @dataclass(eq=False)
 class Type:
     """What an element holds. kind: a word of LEAVES, or enum, record, set, vector, list."""
@@ -103,6 +107,7 @@ class Message:
     last: bool = True  # replies: ends the transaction
     register: str = ""  # reports: the name to register
     per_channel: bool = False  # reports: registered for a channel
+    decoder: str = ""  # reports: who decodes it, if it comes at field rate
 
 
 @dataclass(eq=False)
@@ -378,7 +383,7 @@ class _Loader:
     def _reports(self):
         seen = {}
         first = len(self.result.replies)
-        for number, row in enumerate(self._read("reports.tbl", 3, 3), first):
+        for number, row in enumerate(self._read("reports.tbl", 3, 4), first):
             name = _tag(row.cells[0], row.place)
             _unique(seen, name, row.place, "the report")
             message = Message(number, name, self._fields(row, 2, "?"), row.place)
@@ -393,6 +398,9 @@ class _Loader:
                 if known is None or register[0] not in known.names:
                     row.fail(f"'{register[0]}' is no name of {enum}")
                 message.register = register[0]
+            message.decoder = " ".join(row.words(3))
+            if message.decoder not in ("", *DECODERS):
+                row.fail(f"'{message.decoder}' is no decoder")
             self.result.reports[name] = message
 
     def _groups(self):

@@ -3,7 +3,6 @@
 
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/leaf_xml.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/tag_table_p.h"
-#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_document_p.h"
 
 #include <utility>
 
@@ -48,9 +47,7 @@ void APIParser::dispatch(XMLTree const &message)
     XMLTree const *command = nullptr;
     Handler const *handler = nullptr;
     for (XMLTree const &child : message.children()) {
-        XMLNode const *node = XMLAccess::node(child);
-        Handler const *known
-            = node && node->named ? table.find(&node->name->text) : table.find(child.get_tag());
+        Handler const *known = table.find_of(child);
         if (!known)
             continue;
         if (handler) {

@@ -5,7 +5,6 @@
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt_impl_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/callback_group_helper.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/report_ahead_p.h"
-#include "kestrel/mod/vctp3/tarnlibapi/protocol/xml_parse_engine2.h"
 
 #include <QTcpSocket>
 #include <algorithm>
@@ -201,22 +200,30 @@ void APIQt::slot_readyRead()
 void APIQt::slot_xmlReady()
 {
     while (!parser->parse_error()) {
-        XMLTree const message = parser->get_xml();
-        if (message.is_null())
+        XMLParseEngine2::Message message = parser->take_message();
+        if (message.tree.is_null())
             return;
         ++total_traffic.messages_received;
-        auto const ahead = parser->take_prepared();
-        if (parse_intercept(message) || impl->deliver_ahead(ahead.get()))
-            continue;
-        impl->parse(message);
-        if (!impl->parsed_ok()) {
-            ++total_traffic.messages_dropped;
-            total_traffic.last_drop_reason = impl->parse_error_text().deep_copy(32);
-            total_traffic.last_drop_ticks = ACounter::ticks();
-        }
+        handle(message.tree, static_cast<ReportAhead const *>(message.prepared.get()));
+        parser->give_back(std::move(message));
     }
     last_error_text = QStringLiteral("The server has sent what is no message, or one too long");
     disconnect_from_server();
+}
+
+void APIQt::handle(XMLTree const &message, ReportAhead const *ahead)
+{
+    read_ahead = ahead != nullptr;
+    bool const intercepted = parse_intercept(message);
+    read_ahead = false;
+    if (intercepted || impl->deliver_ahead(ahead))
+        return;
+    impl->parse(message);
+    if (impl->parsed_ok())
+        return;
+    ++total_traffic.messages_dropped;
+    total_traffic.last_drop_reason = impl->parse_error_text().deep_copy(32);
+    total_traffic.last_drop_ticks = ACounter::ticks();
 }
 
 void APIQt::keep_socket_error()

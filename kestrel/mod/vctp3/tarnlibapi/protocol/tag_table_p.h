@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/words_p.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_document_p.h"
 
 #include <array>
 #include <cstddef>
@@ -53,6 +54,13 @@ public:
                 return &words[at].row->value;
         }
         return nullptr;
+    }
+
+    /// By the tag of an element.
+    Value const *find_of(XMLTree const &element) const
+    {
+        XMLNode const *node = XMLAccess::node(element);
+        return node && node->named ? find(&node->name->text) : find(element.get_tag());
     }
 
 private:

@@ -3,6 +3,7 @@
 
 #include "kestrel/mod/vctp3/tarnlibapi/base/aassert.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
+#include "kestrel/mod/vctp3/tarnlibapi/xml/xml_document_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse_engine.h"
 
 #include <QThread>
@@ -15,6 +16,26 @@ namespace {
 /// Message bytes whose spent trees are worth a wake of an idle worker. While messages come in, the
 /// next pass frees them anyway.
 constexpr unsigned long long spent_wake_bytes = 256 * 1024;
+/// Messages that are given back in one piece.
+constexpr std::size_t messages_in_piece = 64;
+
+/// Begins to bring a message here, while the one before it is handled: it lies with the worker's
+/// processor, and waiting for it costs more than most reports do.
+void fetch_early(XMLParseEngine2::Message const &message)
+{
+    constexpr std::ptrdiff_t line = 64;
+    if (message.prepared) {
+        auto const *at = reinterpret_cast<char const *>(message.prepared.get());
+        for (int i = 0; i < 3; ++i)
+            __builtin_prefetch(at + i * line);
+    } else if (void const *memory = XMLAccess::memory(message.tree)) {
+        // A tree that is kept is counted in the first line.
+        auto const *at = static_cast<char const *>(memory);
+        __builtin_prefetch(at, 1);
+        __builtin_prefetch(at + line);
+        __builtin_prefetch(at + 2 * line);
+    }
+}
 
 } // namespace
 
@@ -38,7 +59,7 @@ XMLParseEngine2::~XMLParseEngine2()
     worker_thread->wait();
     worker_thread->deleteLater();
     // The end of each pass gives this lock back: from here on the worker's members are ours.
-    AProtect<OutputQueue>::Lock(output_queue)->entries.clear();
+    AProtect<OutputQueue>::Lock(output_queue)->batches.clear();
 }
 
 void XMLParseEngine2::config_tag(char const *tag)
@@ -59,8 +80,7 @@ void XMLParseEngine2::input_bytes(QByteArray const &bytes)
         return;
     flow_begun = true;
     auto const count = static_cast<unsigned long long>(bytes.size());
-    if (waiting.fetch_add(count) + count >= high_water + engine_size)
-        held_back = true;
+    waiting += count;
 
     std::list<InputQueueEntry> entry;
     entry.push_back({generation, bytes});
@@ -83,18 +103,37 @@ void XMLParseEngine2::input_bytes(unsigned long long byte_count, void const *dat
 
 bool XMLParseEngine2::input_wanted() const
 {
-    // Only the consumer adds to what waits. So when this is false, `held_back` was set by the
-    // last bytes that were added, and whoever takes enough of them will see it.
-    return waiting < high_water + engine_size;
+    if (waiting < high_water + engine_size)
+        return true;
+    // Whoever takes enough sees the mark, or has taken it before the mark was made.
+    held_back = true;
+    return waiting <= low_water + engine_size;
 }
 
 XMLTree XMLParseEngine2::get_xml()
+{
+    Message message = take_message();
+    XMLTree tree = message.tree;
+    give_back(std::move(message));
+    return tree;
+}
+
+XMLParseEngine2::Message XMLParseEngine2::take_message()
 {
     look_for_result();
     if (result_state != HoldsResult)
         return {};
     result_state = NoResult;
     return std::move(result);
+}
+
+void XMLParseEngine2::give_back(Message &&message)
+{
+    if (message.tree.is_null())
+        return;
+    if (spent.messages.empty() || spent.messages.back().size() == messages_in_piece)
+        spent.messages.emplace_back().reserve(messages_in_piece);
+    spent.messages.back().push_back(std::move(message));
 }
 
 bool XMLParseEngine2::parse_error()
@@ -124,8 +163,7 @@ void XMLParseEngine2::reset()
 
     take_output();
     result_state = NoResult;
-    result = XMLTree();
-    result_prepared.reset();
+    give_back(std::move(result));
 }
 
 void XMLParseEngine2::wake_thread_action()
@@ -183,7 +221,7 @@ unsigned long long XMLParseEngine2::parse(InputQueueEntry const &entry)
         if (!tree.is_null()) {
             unsigned long long const bytes = engine->last_message_bytes();
             auto prepared = preparation ? preparation(tree) : nullptr;
-            output_new.push_back({entry.generation, std::move(tree), bytes, std::move(prepared)});
+            output_new.push_back({entry.generation, bytes, {std::move(tree), std::move(prepared)}});
             messages += bytes;
             continue;
         }
@@ -206,18 +244,20 @@ void XMLParseEngine2::send_output_error(unsigned int of_generation)
 {
     // Nothing behind it can be parsed, so it is said once and the rest of the stream is dropped.
     parse_failed = true;
-    output_new.push_back({of_generation, XMLTree(), 0, nullptr});
+    output_new.push_back({of_generation, 0, {}});
 }
 
 void XMLParseEngine2::publish()
 {
     bool const any = !output_new.empty();
-    XMLQueue spent;
+    std::list<Batch> found;
+    if (any)
+        found.push_back(std::exchange(output_new, Batch()));
+    Spent done;
     {
         AProtect<OutputQueue>::Lock queue(output_queue);
-        queue->entries.splice(queue->entries.end(), output_new);
-        spent.swap(queue->spent);
-        queue->spent_bytes = 0;
+        queue->batches.splice(queue->batches.end(), found);
+        std::swap(done, queue->spent);
     }
     // The consumer can be at work before the spent ones are freed.
     if (any)
@@ -233,53 +273,63 @@ void XMLParseEngine2::look_for_result()
 {
     if (result_state != NoResult)
         return;
-    if (pending_next == output_pending.end() || !is_current(pending_next->generation))
+    XMLQueueEntry *entry = next_entry();
+    if (!entry || !is_current(entry->generation)) {
         take_output();
-    if (pending_next == output_pending.end())
+        entry = next_entry();
+    }
+    if (!entry)
         return;
-    // A copy, as the entry keeps the tree until the worker frees both.
-    result = pending_next->tree;
-    result_prepared = pending_next->prepared;
-    result_state = result.is_null() ? ParseError : HoldsResult;
-    passed_bytes += pending_next->bytes;
-    no_longer_waits(pending_next->bytes);
+    result = std::move(entry->message);
+    result_state = result.tree.is_null() ? ParseError : HoldsResult;
+    pass_entry(*entry);
+    if (XMLQueueEntry const *next = next_entry())
+        fetch_early(next->message);
+}
+
+/// The first that was not passed; null if there is none.
+XMLParseEngine2::XMLQueueEntry *XMLParseEngine2::next_entry()
+{
+    for (; !output_pending.empty(); pending_next = 0) {
+        Batch &batch = output_pending.front();
+        if (pending_next < batch.size())
+            return &batch[pending_next];
+        spent.batches.splice(spent.batches.end(), output_pending, output_pending.begin());
+    }
+    return nullptr;
+}
+
+void XMLParseEngine2::pass_entry(XMLQueueEntry const &entry)
+{
     ++pending_next;
+    spent.bytes += entry.bytes;
+    no_longer_waits(entry.bytes);
 }
 
 /// Takes what the worker has added, passes what is of an older stream and gives back what is spent.
 void XMLParseEngine2::take_output()
 {
-    unsigned long long dropped = 0;
+    pass_older();
     bool wake = false;
     {
         AProtect<OutputQueue>::Lock queue(output_queue);
-        wake = queue->spent_bytes < spent_wake_bytes;
-        dropped += pass_older(*queue);
-        output_pending.splice(output_pending.end(), queue->entries);
-        if (pending_next == output_pending.end())
-            pending_next = output_pending.begin();
-        dropped += pass_older(*queue);
-        wake = wake && queue->spent_bytes >= spent_wake_bytes;
+        output_pending.splice(output_pending.end(), queue->batches);
+        Spent &all = queue->spent;
+        wake = all.bytes < spent_wake_bytes && all.bytes + spent.bytes >= spent_wake_bytes;
+        all.batches.splice(all.batches.end(), spent.batches);
+        all.messages.splice(all.messages.end(), spent.messages);
+        all.bytes += std::exchange(spent.bytes, 0);
     }
-    no_longer_waits(dropped);
+    pass_older();
     if (wake)
         Q_EMIT wake_thread(QPrivateSignal());
 }
 
-/// Returns the message bytes of the older entries. Entries are passed without writing to them and
-/// go to the worker in one piece, since they lie in memory that it will write to again.
-unsigned long long XMLParseEngine2::pass_older(OutputQueue &queue)
+void XMLParseEngine2::pass_older()
 {
-    unsigned long long dropped = 0;
-    for (; pending_next != output_pending.end() && !is_current(pending_next->generation);
-         ++pending_next)
-        dropped += pending_next->bytes;
-    passed_bytes += dropped;
-    if (pending_next == output_pending.end()) {
-        queue.spent.splice(queue.spent.end(), output_pending);
-        queue.spent_bytes += std::exchange(passed_bytes, 0);
-    }
-    return dropped;
+    for (XMLQueueEntry const *entry = next_entry(); entry && !is_current(entry->generation);
+         entry = next_entry())
+        pass_entry(*entry);
 }
 
 void XMLParseEngine2::no_longer_waits(unsigned long long bytes)

@@ -13,6 +13,7 @@
 #include <list>
 #include <memory>
 #include <utility>
+#include <vector>
 
 class ATimer;
 class QThread;
@@ -42,12 +43,19 @@ public:
     /// Waits, without a limit, until the worker has done what it is doing.
     ~XMLParseEngine2() override;
 
-    /// What may be made of a tree on the worker, for whoever takes the tree.
+    /// What may be made of a tree on the worker, for whoever takes the message.
     struct TARN_EXPORT Prepared
     {
         virtual ~Prepared();
     };
-    using Preparation = std::function<std::shared_ptr<Prepared const>(XMLTree const &tree)>;
+    using Preparation = std::function<std::unique_ptr<Prepared const>(XMLTree const &tree)>;
+
+    /// What the worker makes of the bytes of one message.
+    struct Message
+    {
+        XMLTree tree; // null: there is no message
+        std::unique_ptr<Prepared const> prepared; // null: nothing was made of the tree
+    };
 
     /// Adds the name of a root tag. After the first `input_bytes` or `reset`: an assertion, and
     /// nothing is added.
@@ -68,9 +76,12 @@ public:
 
     /// The next tree; null when there is none yet, and from an error on.
     XMLTree get_xml();
-    /// What was made of the tree that `get_xml` gave last; null if nothing was. It can be taken
-    /// once, until the next call.
-    std::shared_ptr<Prepared const> take_prepared() { return std::move(result_prepared); }
+    /// The same with what was made of it. Neither is touched before it is taken: whoever is done
+    /// with the message gives it back.
+    Message take_message();
+    /// Has the worker free a message, or what is left of it: memory is dear to free where it was
+    /// not made.
+    void give_back(Message &&message);
     /// Whether the next item is not a tree but the end of all: a message that cannot be parsed or
     /// is longer than the buffer. It stays so until `reset`.
     bool parse_error();
@@ -101,24 +112,28 @@ private:
     struct XMLQueueEntry
     {
         unsigned int generation;
-        XMLTree tree; // null: the stream cannot be parsed
         unsigned long long bytes; // of the message
-        std::shared_ptr<Prepared const> prepared;
+        Message message; // none: the stream cannot be parsed
     };
-    using XMLQueue = std::list<XMLQueueEntry>;
+    /// What one pass of the worker has found, in one piece.
+    using Batch = std::vector<XMLQueueEntry>;
 
     struct InputQueue
     {
         std::list<InputQueueEntry> entries;
         bool wake_sent = false; // since the worker took the entries last
     };
+    struct Spent
+    {
+        std::list<Batch> batches; // whose messages were taken
+        std::list<std::vector<Message>> messages;
+        unsigned long long bytes = 0; // of the messages
+    };
     struct OutputQueue
     {
-        XMLQueue entries;
-        /// What the consumer is done with, for the worker to free: memory is dear to free where it
-        /// was not made.
-        XMLQueue spent;
-        unsigned long long spent_bytes = 0;
+        std::list<Batch> batches;
+        /// What the consumer is done with, for the worker to free.
+        Spent spent;
     };
     enum ResultState
     {
@@ -137,7 +152,9 @@ private:
     // Consumer
     void look_for_result();
     void take_output();
-    unsigned long long pass_older(OutputQueue &queue);
+    XMLQueueEntry *next_entry();
+    void pass_entry(XMLQueueEntry const &entry);
+    void pass_older();
 
     // Both
     bool is_current(unsigned int of_generation) const { return of_generation == generation.get(); }
@@ -150,16 +167,15 @@ private:
     AtomicUnsigned generation;
     AProtect<InputQueue> input_queue;
     AProtect<OutputQueue> output_queue;
-    XMLQueue output_new; // worker: of this pass, published at its end
-    XMLQueue output_pending; // consumer: taken from the output queue
-    XMLQueue::iterator pending_next = output_pending.end(); // consumer: what is before it is spent
-    unsigned long long passed_bytes = 0; // consumer: the messages of the spent ones
+    Batch output_new; // worker: of this pass, published at its end
+    std::list<Batch> output_pending; // consumer: taken from the output queue
+    std::size_t pending_next = 0; // consumer: of the first batch; what is before it was taken
+    Spent spent; // consumer: until it takes from the output queue again
     ResultState result_state = NoResult; // consumer
-    XMLTree result; // consumer
-    std::shared_ptr<Prepared const> result_prepared; // consumer: of the same tree
+    Message result; // consumer
     bool parse_failed = false; // worker
     std::atomic<unsigned long long> waiting{0}; // bytes from the socket to the consumer
-    std::atomic<bool> held_back{false}; // nothing was wanted since it last drained
+    mutable std::atomic<bool> held_back{false}; // nothing was wanted since it last drained
     ATimer *timer = nullptr; // worker: single shot, interval 0
     QThread *const worker_thread;
 };

@@ -193,6 +193,8 @@ struct XMLAccess
             ? static_cast<XMLNode const *>(tree.element)
             : nullptr;
     }
+    /// Where a tree's element lies, without a look at it.
+    static void const *memory(XMLTree const &tree) { return tree.element; }
     /// Null for a default-constructed tree too.
     static XMLValue const *value(XMLTree const &tree)
     {

@@ -19,6 +19,7 @@ class XMLParseEngine2;
 namespace VCTP3 {
 
 class APIQtImpl;
+struct ReportAhead;
 
 /// The protocol for applications: a socket to one server, parsing on a thread of its own, answers
 /// as signals of callback groups, and reports as signals of this object.
@@ -132,6 +133,9 @@ protected:
     virtual void send(void const *data, unsigned long long size);
     /// Sees every message before it is parsed, and keeps it from that by returning true.
     virtual bool parse_intercept(XMLTree const &message);
+    /// Whether the message that `parse_intercept` is given has been read on the parser's thread: a
+    /// report other than those at field rate, with all its fields.
+    bool is_read_ahead() const { return read_ahead; }
 
     // Each emits the signal of its report; to override one is to act before or instead of that.
     virtual void do_report_passed(Side side, AString const &name, AOption<int> const &speed);
@@ -159,6 +163,7 @@ private:
     void connect_socket();
     void begin_stream();
     void keep_socket_error();
+    void handle(XMLTree const &message, ReportAhead const *ahead);
 
     std::unique_ptr<APIQtImpl> impl;
     std::unique_ptr<XMLParseEngine2> parser;
@@ -168,6 +173,7 @@ private:
     QHostAddress address;
     QTcpSocket *socket = nullptr; // child of this object
     Traffic total_traffic;
+    bool read_ahead = false; // the message that is being intercepted
     QString last_error_text;
 };
 

@@ -3,14 +3,14 @@
 #pragma once
 
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api.h"
-#include "kestrel/mod/vctp3/tarnlibapi/protocol/xml_parse_engine2.h"
 
 namespace VCTP3 {
 
 class APIQt;
+struct ReportAhead;
 
 /// The command side of an `APIQt`: hands its bytes and every report on to it.
-class APIQtImpl : public API
+class APIQtImpl final : public API
 {
 public:
     explicit APIQtImpl(APIQt *of)
@@ -23,15 +23,14 @@ public:
     using API::send;
     using API::stream_of_message;
 
-    /// A hook wants to see each message being parsed.
     void set_receive_debug_hook(AFunction1<XMLTree const &> const &hook)
     {
         has_receive_hook = !hook.is_null();
         API::set_receive_debug_hook(hook);
     }
-    /// Calls what `parse` would call for the message that \a prepared was made of. False if there
-    /// is nothing to call, or if a hook is set.
-    bool deliver_ahead(XMLParseEngine2::Prepared const *prepared);
+    /// Calls what `parse` would call for the message that \a report was read from. False if there
+    /// is none, and for a hook, which wants to see the message being parsed.
+    bool deliver_ahead(ReportAhead const *report);
 
 protected:
     void send(void const *data, unsigned long long size) override;
@@ -41,6 +40,8 @@ protected:
     void report_names(std::list<AString> const &names) override;
 
 private:
+    friend class ReportReader;
+
     bool has_receive_hook = false;
     APIQt *const owner;
 };
