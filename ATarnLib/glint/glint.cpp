@@ -36,6 +36,7 @@ Glint::Glint(bool local, QObject *parent)
 
     make_monitors();
     connect_reports();
+    field_rate_is_watched = false; // but for the hub's own
     connect(this, &Glint::connected, this, &Glint::slot_connected);
     health = new GlintHealth(this);
 }

@@ -164,6 +164,7 @@ protected:
     void send(void const *data, unsigned long long size) override;
     /// Takes the reports that come at field rate, for the workers: timecodes, LTC and levels.
     bool parse_intercept(XMLTree const &message) override;
+    void connectNotify(QMetaMethod const &signal) override;
 
 private:
     friend class GlintHealth;
@@ -171,6 +172,7 @@ private:
     AString last_drop_reason() const;
     void make_workers();
     GlintWorker *decoder_for(XMLTree const &message) const;
+    bool is_heard(VCTP3::Channel channel, VCTP3::ChannelReportType report) const;
     void send_work();
     void make_models(bool local);
     void make_monitors();
@@ -210,4 +212,6 @@ private:
     CFChannelConfig *channel_config = nullptr;
     GlintHealth *health = nullptr;
     bool send_work_posted = false;
+    /// Somebody has connected to a signal of the reports that come at field rate.
+    std::atomic<bool> field_rate_is_watched{false};
 };

@@ -185,6 +185,11 @@ public:
     void glint_aux_peak_hold(std::span<unsigned int const> levels);
     /// Registers on a new connection what is listened to.
     void glint_connected();
+    /// Whether a signal has a listener, or had one a moment ago, that needs this report.
+    bool is_listened_to(VCTP3::ChannelReportType report) const
+    {
+        return reg[static_cast<std::size_t>(report)];
+    }
     /// @}
 
 public Q_SLOTS:
@@ -268,17 +273,6 @@ private:
         QString shown;
         bool is_shown = true;
     };
-    /// Levels as they came, and as they are shown if somebody looks.
-    class Levels
-    {
-    public:
-        void set(std::span<unsigned int const> levels);
-        std::list<unsigned int> const &show();
-
-    private:
-        std::vector<unsigned int> values;
-        std::list<unsigned int> shown;
-    };
 
     Glint *const hub;
     VCTP3::Channel const channel_number;
@@ -291,18 +285,18 @@ private:
     Timecodes timecodes;
     unsigned int clip_position = default_clip_position();
     VCTP3::ChannelInformation information;
-    Levels peak;
+    std::vector<unsigned int> peak;
     VCTP3::ChannelStatus aux_status = default_aux_status();
     ClipID aux_clipid;
     int aux_speed = default_aux_speed();
     unsigned int aux_position = default_aux_position();
     VCTP3::ChannelInformation aux_information;
-    Levels aux_peak;
+    std::vector<unsigned int> aux_peak;
     Corvane::ATimecode display_timecode;
     Corvane::ATimecode input_timecode;
     AOption<VCTP3::Playback> playback_mode;
-    Levels peak_hold;
-    Levels aux_peak_hold;
+    std::vector<unsigned int> peak_hold;
+    std::vector<unsigned int> aux_peak_hold;
 
     GlintListeners<GlintChannelMonitor> listeners{this};
 };

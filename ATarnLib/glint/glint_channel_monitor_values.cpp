@@ -10,6 +10,38 @@ using VCTP3::ChannelReportType;
 using VCTP3::ChannelStatus;
 using VCTP3::Timecode;
 
+namespace {
+
+/// Levels in the form in which they are shown. One list of the thread serves all monitors, whose
+/// parts are at hand then; whoever comes while it is in use, from a slot that runs an event loop of
+/// its own, makes one.
+class LevelList
+{
+public:
+    explicit LevelList(std::vector<unsigned int> const &levels)
+        : list(std::exchange(shared_is_in_use, true) ? &own : &shared)
+    {
+        list->assign(levels.begin(), levels.end());
+    }
+    ~LevelList() { shared_is_in_use = list == &own; }
+    LevelList(LevelList const &) = delete;
+    LevelList &operator=(LevelList const &) = delete;
+
+    std::list<unsigned int> const &get() const { return *list; }
+
+private:
+    static thread_local std::list<unsigned int> shared;
+    static thread_local bool shared_is_in_use;
+
+    std::list<unsigned int> own;
+    std::list<unsigned int> *const list;
+};
+
+thread_local std::list<unsigned int> LevelList::shared;
+thread_local bool LevelList::shared_is_in_use = false;
+
+} // namespace
+
 /// What is kept for long must not pin the message it came with.
 void GlintChannelMonitor::ClipID::set(AString const &text)
 {
@@ -23,17 +55,6 @@ QString const &GlintChannelMonitor::ClipID::show()
 {
     if (!std::exchange(is_shown, true))
         shown = QString(wire);
-    return shown;
-}
-
-void GlintChannelMonitor::Levels::set(std::span<unsigned int const> levels)
-{
-    values.assign(levels.begin(), levels.end());
-}
-
-std::list<unsigned int> const &GlintChannelMonitor::Levels::show()
-{
-    shown.assign(values.begin(), values.end());
     return shown;
 }
 
@@ -79,7 +100,7 @@ void GlintChannelMonitor::glint_info(ChannelInformation const &value)
 
 void GlintChannelMonitor::glint_peak(std::span<unsigned int const> levels)
 {
-    peak.set(levels);
+    peak.assign(levels.begin(), levels.end());
     emit_peak();
 }
 
@@ -117,19 +138,19 @@ void GlintChannelMonitor::glint_aux_audio_info(ChannelInformation const &value)
 
 void GlintChannelMonitor::glint_aux_audio_peak(std::span<unsigned int const> levels)
 {
-    aux_peak.set(levels);
+    aux_peak.assign(levels.begin(), levels.end());
     emit_aux_peak();
 }
 
 void GlintChannelMonitor::glint_peak_hold(std::span<unsigned int const> levels)
 {
-    peak_hold.set(levels);
+    peak_hold.assign(levels.begin(), levels.end());
     emit_peak_hold();
 }
 
 void GlintChannelMonitor::glint_aux_peak_hold(std::span<unsigned int const> levels)
 {
-    aux_peak_hold.set(levels);
+    aux_peak_hold.assign(levels.begin(), levels.end());
     emit_aux_peak_hold();
 }
 
@@ -197,7 +218,7 @@ void GlintChannelMonitor::emit_playback_mode()
 void GlintChannelMonitor::emit_peak()
 {
     if (has_listener(Signal::peak))
-        Q_EMIT report_peak(peak.show());
+        Q_EMIT report_peak(LevelList(peak).get());
 }
 
 void GlintChannelMonitor::emit_aux_status()
@@ -233,17 +254,17 @@ void GlintChannelMonitor::emit_aux_information()
 void GlintChannelMonitor::emit_aux_peak()
 {
     if (has_listener(Signal::aux_peak))
-        Q_EMIT report_aux_peak(aux_peak.show());
+        Q_EMIT report_aux_peak(LevelList(aux_peak).get());
 }
 
 void GlintChannelMonitor::emit_peak_hold()
 {
     if (has_listener(Signal::peak_hold))
-        Q_EMIT report_peak_hold(peak_hold.show());
+        Q_EMIT report_peak_hold(LevelList(peak_hold).get());
 }
 
 void GlintChannelMonitor::emit_aux_peak_hold()
 {
     if (has_listener(Signal::aux_peak_hold))
-        Q_EMIT report_aux_peak_hold(aux_peak_hold.show());
+        Q_EMIT report_aux_peak_hold(LevelList(aux_peak_hold).get());
 }

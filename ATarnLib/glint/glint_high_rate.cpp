@@ -6,6 +6,12 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/report_ahead_p.h"
 
+#include <QMetaMethod>
+#include <algorithm>
+#include <array>
+
+using VCTP3::ChannelReportType;
+
 namespace {
 
 /// Messages for a worker after which it begins while the hub is still reading others.
@@ -64,19 +70,45 @@ void Glint::send_work()
     levels_worker->send_work();
 }
 
+/// Whoever connects to what comes at field rate gets each channel on a pass of its own.
+void Glint::connectNotify(QMetaMethod const &signal)
+{
+    static std::array const watched{QMetaMethod::fromSignal(&Glint::report_channel_timecode),
+        QMetaMethod::fromSignal(&Glint::report_channel_aux_audio_timecode),
+        QMetaMethod::fromSignal(&Glint::report_channel_peak),
+        QMetaMethod::fromSignal(&Glint::report_channel_aux_audio_peak)};
+    if (std::find(watched.begin(), watched.end(), signal) != watched.end())
+        field_rate_is_watched = true;
+}
+
+bool Glint::is_heard(VCTP3::Channel channel, ChannelReportType report) const
+{
+    GlintChannelMonitor const *const monitor = toMonitor(channel);
+    return field_rate_is_watched || (monitor && monitor->is_listened_to(report));
+}
+
+/// Delivers one channel and asks for the next pass. A channel that nobody listens to is not worth
+/// one: its values are put down, and the next channel follows.
 void Glint::process_timecode()
 {
-    GlintTimecodeResult result;
-    GlintTimecodeResult aux;
-    bool const has_result = timecode_worker->take_timecode(connection_count, &result);
-    bool const has_aux = timecode_worker->take_aux_position(connection_count, &aux);
-    // First of all, as a slot may run an event loop of its own.
-    if (has_result || has_aux)
+    for (unsigned int i = 0; i < channel_count; ++i) {
+        GlintTimecodeResult result;
+        GlintTimecodeResult aux;
+        bool const has_result = timecode_worker->take_timecode(connection_count, &result);
+        bool const has_aux = timecode_worker->take_aux_position(connection_count, &aux);
+        if (!has_result && !has_aux)
+            return;
+        // First of all, as a slot may run an event loop of its own.
         timecode_timer->start();
-    if (has_result)
-        do_report_channel_timecode(result.channel, result.position, result.display, result.input);
-    if (has_aux)
-        do_report_channel_aux_audio_timecode(aux.channel, aux.position);
+        if (has_result)
+            do_report_channel_timecode(
+                result.channel, result.position, result.display, result.input);
+        if (has_aux)
+            do_report_channel_aux_audio_timecode(aux.channel, aux.position);
+        if ((has_result && is_heard(result.channel, ChannelReportType::timecode))
+            || (has_aux && is_heard(aux.channel, ChannelReportType::aux_audio_timecode)))
+            return;
+    }
 }
 
 void Glint::process_ltc()
@@ -88,21 +120,27 @@ void Glint::process_ltc()
 
 void Glint::process_audio_levels()
 {
-    GlintAudioLevelsResult result;
-    GlintAudioLevelsResult aux;
-    bool const has_result = levels_worker->take_levels(connection_count, &result);
-    bool const has_aux = levels_worker->take_aux_levels(connection_count, &aux);
-    if (has_result || has_aux)
+    for (unsigned int i = 0; i < channel_count; ++i) {
+        GlintAudioLevelsResult result;
+        GlintAudioLevelsResult aux;
+        bool const has_result = levels_worker->take_levels(connection_count, &result);
+        bool const has_aux = levels_worker->take_aux_levels(connection_count, &aux);
+        if (!has_result && !has_aux)
+            return;
         levels_timer->start();
-    if (has_result) {
-        do_report_channel_peak(result.channel, result.levels);
-        if (GlintChannelMonitor *monitor = toMonitor(result.channel))
-            monitor->glint_peak_hold(result.hold);
-    }
-    if (has_aux) {
-        do_report_channel_aux_audio_peak(aux.channel, aux.levels);
-        if (GlintChannelMonitor *monitor = toMonitor(aux.channel))
-            monitor->glint_aux_peak_hold(aux.hold);
+        if (has_result) {
+            do_report_channel_peak(result.channel, result.levels);
+            if (GlintChannelMonitor *monitor = toMonitor(result.channel))
+                monitor->glint_peak_hold(result.hold);
+        }
+        if (has_aux) {
+            do_report_channel_aux_audio_peak(aux.channel, aux.levels);
+            if (GlintChannelMonitor *monitor = toMonitor(aux.channel))
+                monitor->glint_aux_peak_hold(aux.hold);
+        }
+        if ((has_result && is_heard(result.channel, ChannelReportType::peak))
+            || (has_aux && is_heard(aux.channel, ChannelReportType::aux_audio_peak)))
+            return;
     }
 }
 

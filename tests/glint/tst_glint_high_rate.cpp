@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/glint_audio_levels.h"
+#include "ATarnLib/glint/glint_channel_monitor.h"
+#include "ATarnLib/glint/glint_health.h"
 #include "ATarnLib/glint/glint_timecode.h"
 #include "tests/glint/hub_bench.h"
 #include "tests/glint/report_text.h"
@@ -8,6 +10,7 @@
 
 #include <QEventLoop>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 
 using VCTP3::Channel;
@@ -16,12 +19,22 @@ using VCTP3::Timecode;
 
 namespace {
 
-/// A hub that can be given messages, and lists what it reports.
-class OpenHub : public Glint
+/// A hub that can be given messages.
+class FeedHub : public Glint
+{
+public:
+    FeedHub()
+        : Glint(false)
+    {
+    }
+    bool feed(QByteArray const &text) { return parse_intercept(ReportText::parsed(text)); }
+};
+
+/// It lists what it reports, too.
+class OpenHub : public FeedHub
 {
 public:
     OpenHub()
-        : Glint(false)
     {
         using namespace VCTP3;
         connect(this, &Glint::report_channel_timecode, this,
@@ -49,7 +62,6 @@ public:
             });
     }
 
-    bool feed(QByteArray const &text) { return parse_intercept(ReportText::parsed(text)); }
     void note(QString const &text) { heard.append(text); }
 
     QStringList heard;
@@ -105,6 +117,8 @@ private Q_SLOTS:
     void a_report_overtaken_before_delivery_is_replaced();
     void channels_are_delivered_in_arrival_order_each_on_its_own_pass();
     void each_pass_delivers_one_of_each_kind();
+    void a_pass_is_given_to_channels_with_listeners_only_data();
+    void a_pass_is_given_to_channels_with_listeners_only();
     void a_slot_that_runs_an_event_loop_holds_no_other_channel_up_data();
     void a_slot_that_runs_an_event_loop_holds_no_other_channel_up();
     void results_of_an_older_connection_fall_away();
@@ -230,6 +244,77 @@ void TestGlintHighRate::each_pass_delivers_one_of_each_kind()
     QVERIFY(order.indexOf(QStringLiteral("peak 1 7")) < order.indexOf(QStringLiteral("peak 2 7")));
     QVERIFY(hub.heard.indexOf(QStringLiteral("turn"))
         < hub.heard.indexOf(QStringLiteral("aux peak 2 8")));
+}
+
+namespace {
+
+enum class Listening
+{
+    nobody,
+    to_monitor_of_2,
+    to_hub
+};
+
+} // namespace
+
+void TestGlintHighRate::a_pass_is_given_to_channels_with_listeners_only_data()
+{
+    QTest::addColumn<bool>("levels");
+    QTest::addColumn<bool>("aux");
+    QTest::addColumn<int>("listening");
+    QTest::addColumn<quint64>("left");
+    for (bool const levels : {false, true}) {
+        for (bool const aux : {false, true}) {
+            auto const row = [&](char const *who, Listening listening, quint64 left) {
+                QTest::addRow("%s%s, %s", aux ? "aux " : "", levels ? "levels" : "timecodes", who)
+                    << levels << aux << int(listening) << left;
+            };
+            row("nobody listens", Listening::nobody, 0);
+            row("a listener of the second", Listening::to_monitor_of_2, 1);
+            row("a listener of the hub", Listening::to_hub, 2);
+        }
+    }
+}
+
+void TestGlintHighRate::a_pass_is_given_to_channels_with_listeners_only()
+{
+    QFETCH(bool, levels);
+    QFETCH(bool, aux);
+    QFETCH(int, listening);
+    QFETCH(quint64, left);
+    using Monitor = GlintChannelMonitor;
+    FeedHub hub;
+    int heard = 0;
+    if (Listening(listening) == Listening::to_monitor_of_2) {
+        Monitor *const monitor = hub.get_channel_monitor(2);
+        connect(monitor, &Monitor::report_clip_position, this, [&] { ++heard; });
+        connect(monitor, &Monitor::report_aux_position, this, [&] { ++heard; });
+        connect(monitor, &Monitor::report_peak_hold, this, [&] { ++heard; });
+        connect(monitor, &Monitor::report_aux_peak, this, [&] { ++heard; });
+    } else if (Listening(listening) == Listening::to_hub) {
+        connect(&hub, &Glint::report_channel_timecode, this, [&] { ++heard; });
+    }
+    QCoreApplication::processEvents();
+    heard = 0;
+
+    for (int channel : {1, 2, 3}) {
+        if (levels)
+            hub.feed(aux ? ReportText::aux_peak(channel, "1") : ReportText::peak(channel, "1"));
+        else
+            hub.feed(aux ? ReportText::aux_position(channel, 1) : ReportText::timecode(channel, 1));
+    }
+    // Without the timers, whose passes this test makes itself.
+    QCoreApplication::sendPostedEvents(&hub);
+    GlintHealth const &health = *hub.get_health();
+    while (health.messages_to_decode() > 0)
+        QThread::yieldCurrentThread();
+    QCOMPARE(health.results_to_deliver(), quint64(3));
+    if (levels)
+        hub.process_audio_levels();
+    else
+        hub.process_timecode();
+    QCOMPARE(health.results_to_deliver(), left);
+    QCOMPARE(heard > 0, left == 1 || (left == 2 && !levels && !aux));
 }
 
 void TestGlintHighRate::a_slot_that_runs_an_event_loop_holds_no_other_channel_up_data()

@@ -200,8 +200,8 @@ void APIQt::slot_readyRead()
 void APIQt::slot_xmlReady()
 {
     while (!parser->parse_error()) {
-        XMLParseEngine2::Message message = parser->take_message();
-        if (message.tree.is_null())
+        XMLParseEngine2::Message message;
+        if (!parser->take_message(&message))
             return;
         ++total_traffic.messages_received;
         handle(message.tree, static_cast<ReportAhead const *>(message.prepared.get()));

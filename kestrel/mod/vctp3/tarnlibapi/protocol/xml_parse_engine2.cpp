@@ -112,25 +112,26 @@ bool XMLParseEngine2::input_wanted() const
 
 XMLTree XMLParseEngine2::get_xml()
 {
-    Message message = take_message();
+    Message message;
+    if (!take_message(&message))
+        return {};
     XMLTree tree = message.tree;
     give_back(std::move(message));
     return tree;
 }
 
-XMLParseEngine2::Message XMLParseEngine2::take_message()
+bool XMLParseEngine2::take_message(Message *message)
 {
     look_for_result();
     if (result_state != HoldsResult)
-        return {};
+        return false;
     result_state = NoResult;
-    return std::move(result);
+    *message = std::move(result);
+    return true;
 }
 
 void XMLParseEngine2::give_back(Message &&message)
 {
-    if (message.tree.is_null())
-        return;
     if (spent.messages.empty() || spent.messages.back().size() == messages_in_piece)
         spent.messages.emplace_back().reserve(messages_in_piece);
     spent.messages.back().push_back(std::move(message));
@@ -162,8 +163,8 @@ void XMLParseEngine2::reset()
     no_longer_waits(dropped);
 
     take_output();
-    result_state = NoResult;
-    give_back(std::move(result));
+    if (std::exchange(result_state, NoResult) == HoldsResult)
+        give_back(std::move(result));
 }
 
 void XMLParseEngine2::wake_thread_action()
@@ -244,7 +245,7 @@ void XMLParseEngine2::send_output_error(unsigned int of_generation)
 {
     // Nothing behind it can be parsed, so it is said once and the rest of the stream is dropped.
     parse_failed = true;
-    output_new.push_back({of_generation, 0, {}});
+    output_new.push_back({of_generation, 0, {}, true});
 }
 
 void XMLParseEngine2::publish()
@@ -281,7 +282,7 @@ void XMLParseEngine2::look_for_result()
     if (!entry)
         return;
     result = std::move(entry->message);
-    result_state = result.tree.is_null() ? ParseError : HoldsResult;
+    result_state = entry->is_end ? ParseError : HoldsResult;
     pass_entry(*entry);
     if (XMLQueueEntry const *next = next_entry())
         fetch_early(next->message);

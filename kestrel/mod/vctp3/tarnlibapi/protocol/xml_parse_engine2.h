@@ -53,7 +53,7 @@ public:
     /// What the worker makes of the bytes of one message.
     struct Message
     {
-        XMLTree tree; // null: there is no message
+        XMLTree tree;
         std::unique_ptr<Prepared const> prepared; // null: nothing was made of the tree
     };
 
@@ -76,9 +76,9 @@ public:
 
     /// The next tree; null when there is none yet, and from an error on.
     XMLTree get_xml();
-    /// The same with what was made of it. Neither is touched before it is taken: whoever is done
-    /// with the message gives it back.
-    Message take_message();
+    /// The same with what was made of it; false, and *\a message as it was, when there is none.
+    /// Whoever is done with the message gives it back.
+    bool take_message(Message *message);
     /// Has the worker free a message, or what is left of it: memory is dear to free where it was
     /// not made.
     void give_back(Message &&message);
@@ -113,7 +113,8 @@ private:
     {
         unsigned int generation;
         unsigned long long bytes; // of the message
-        Message message; // none: the stream cannot be parsed
+        Message message;
+        bool is_end = false; // no message: the stream cannot be parsed
     };
     /// What one pass of the worker has found, in one piece.
     using Batch = std::vector<XMLQueueEntry>;
