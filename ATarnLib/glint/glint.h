@@ -130,7 +130,8 @@ public Q_SLOTS:
     void stay_connected();
     /// \name Delivery of what the workers have decoded
     /// One channel of each kind at a time, so that other events have their turn in between; the
-    /// rest follows in later passes of the event loop.
+    /// rest follows in later passes of the event loop. Channels without a listener, of their
+    /// monitor or of the hub's own signals at field rate, share a pass.
     /// @{
     void process_timecode();
     void process_ltc();
@@ -164,6 +165,7 @@ protected:
     void send(void const *data, unsigned long long size) override;
     /// Takes the reports that come at field rate, for the workers: timecodes, LTC and levels.
     bool parse_intercept(XMLTree const &message) override;
+    /// Notes listeners of the reports at field rate; a subclass that overrides it calls this.
     void connectNotify(QMetaMethod const &signal) override;
 
 private:

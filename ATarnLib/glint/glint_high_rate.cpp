@@ -87,27 +87,30 @@ bool Glint::is_heard(VCTP3::Channel channel, ChannelReportType report) const
     return field_rate_is_watched || (monitor && monitor->is_listened_to(report));
 }
 
-/// Delivers one channel and asks for the next pass. A channel that nobody listens to is not worth
-/// one: its values are put down, and the next channel follows.
+/// Delivers one channel of each kind and asks for the next pass. A channel that nobody listens to
+/// is not worth one: its values are put down, and the next channel follows. A slot may run an event
+/// loop of its own, and so the next pass is asked for before it, and what comes next is taken
+/// behind it.
 void Glint::process_timecode()
 {
-    for (unsigned int i = 0; i < channel_count; ++i) {
+    bool heard = false;
+    bool found = true;
+    for (unsigned int i = 0; i < channel_count && found && !heard; ++i) {
+        found = false;
         GlintTimecodeResult result;
-        GlintTimecodeResult aux;
-        bool const has_result = timecode_worker->take_timecode(connection_count, &result);
-        bool const has_aux = timecode_worker->take_aux_position(connection_count, &aux);
-        if (!has_result && !has_aux)
-            return;
-        // First of all, as a slot may run an event loop of its own.
-        timecode_timer->start();
-        if (has_result)
+        if (timecode_worker->take_timecode(connection_count, &result)) {
+            found = true;
+            timecode_timer->start();
             do_report_channel_timecode(
                 result.channel, result.position, result.display, result.input);
-        if (has_aux)
-            do_report_channel_aux_audio_timecode(aux.channel, aux.position);
-        if ((has_result && is_heard(result.channel, ChannelReportType::timecode))
-            || (has_aux && is_heard(aux.channel, ChannelReportType::aux_audio_timecode)))
-            return;
+            heard = is_heard(result.channel, ChannelReportType::timecode);
+        }
+        if (timecode_worker->take_aux_position(connection_count, &result)) {
+            found = true;
+            timecode_timer->start();
+            do_report_channel_aux_audio_timecode(result.channel, result.position);
+            heard |= is_heard(result.channel, ChannelReportType::aux_audio_timecode);
+        }
     }
 }
 
@@ -120,27 +123,27 @@ void Glint::process_ltc()
 
 void Glint::process_audio_levels()
 {
-    for (unsigned int i = 0; i < channel_count; ++i) {
+    bool heard = false;
+    bool found = true;
+    for (unsigned int i = 0; i < channel_count && found && !heard; ++i) {
+        found = false;
         GlintAudioLevelsResult result;
-        GlintAudioLevelsResult aux;
-        bool const has_result = levels_worker->take_levels(connection_count, &result);
-        bool const has_aux = levels_worker->take_aux_levels(connection_count, &aux);
-        if (!has_result && !has_aux)
-            return;
-        levels_timer->start();
-        if (has_result) {
+        if (levels_worker->take_levels(connection_count, &result)) {
+            found = true;
+            levels_timer->start();
             do_report_channel_peak(result.channel, result.levels);
             if (GlintChannelMonitor *monitor = toMonitor(result.channel))
                 monitor->glint_peak_hold(result.hold);
+            heard = is_heard(result.channel, ChannelReportType::peak);
         }
-        if (has_aux) {
-            do_report_channel_aux_audio_peak(aux.channel, aux.levels);
-            if (GlintChannelMonitor *monitor = toMonitor(aux.channel))
-                monitor->glint_aux_peak_hold(aux.hold);
+        if (levels_worker->take_aux_levels(connection_count, &result)) {
+            found = true;
+            levels_timer->start();
+            do_report_channel_aux_audio_peak(result.channel, result.levels);
+            if (GlintChannelMonitor *monitor = toMonitor(result.channel))
+                monitor->glint_aux_peak_hold(result.hold);
+            heard |= is_heard(result.channel, ChannelReportType::aux_audio_peak);
         }
-        if ((has_result && is_heard(result.channel, ChannelReportType::peak))
-            || (has_aux && is_heard(aux.channel, ChannelReportType::aux_audio_peak)))
-            return;
     }
 }
 

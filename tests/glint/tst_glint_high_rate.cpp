@@ -7,6 +7,7 @@
 #include "tests/glint/report_text.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/count_here.h"
+#include "tests/support/event_loop.h"
 
 #include <QEventLoop>
 #include <QTest>
@@ -121,6 +122,8 @@ private Q_SLOTS:
     void a_pass_is_given_to_channels_with_listeners_only();
     void a_slot_that_runs_an_event_loop_holds_no_other_channel_up_data();
     void a_slot_that_runs_an_event_loop_holds_no_other_channel_up();
+    void a_slot_that_runs_an_event_loop_leaves_the_newest_last_data();
+    void a_slot_that_runs_an_event_loop_leaves_the_newest_last();
     void results_of_an_older_connection_fall_away();
     void a_malformed_report_does_not_stop_later_ones_data();
     void a_malformed_report_does_not_stop_later_ones();
@@ -352,6 +355,38 @@ void TestGlintHighRate::a_slot_that_runs_an_event_loop_holds_no_other_channel_up
         QVERIFY(hub.feed(text));
     QTRY_COMPARE(hub.heard.size(), 2);
     QVERIFY(came_meanwhile);
+}
+
+void TestGlintHighRate::a_slot_that_runs_an_event_loop_leaves_the_newest_last_data()
+{
+    QTest::addColumn<QByteArrayList>("before");
+    QTest::addColumn<QByteArray>("meanwhile");
+    QTest::addColumn<QString>("newest");
+    QTest::newRow("aux positions")
+        << QByteArrayList{ReportText::timecode(1, 1), ReportText::aux_position(1, 6)}
+        << ReportText::aux_position(1, 7) << QStringLiteral("aux 1 7");
+    QTest::newRow("aux levels") << QByteArrayList{ReportText::peak(1, "1"),
+        ReportText::aux_peak(1, "6")}
+                                << ReportText::aux_peak(1, "7") << QStringLiteral("aux peak 1 7");
+}
+
+void TestGlintHighRate::a_slot_that_runs_an_event_loop_leaves_the_newest_last()
+{
+    QFETCH(QByteArrayList, before);
+    QFETCH(QByteArray, meanwhile);
+    QFETCH(QString, newest);
+    OpenHub hub;
+    auto const stay = [&] {
+        hub.feed(meanwhile);
+        QTRY_VERIFY(hub.heard.contains(newest));
+    };
+    connect(&hub, &Glint::report_channel_timecode, &hub, stay);
+    connect(&hub, &Glint::report_channel_peak, &hub, stay);
+    for (QByteArray const &text : before)
+        QVERIFY(hub.feed(text));
+    QTRY_VERIFY(hub.heard.contains(newest));
+    EventLoop::turn();
+    QCOMPARE(hub.heard.last(), newest);
 }
 
 void TestGlintHighRate::results_of_an_older_connection_fall_away()

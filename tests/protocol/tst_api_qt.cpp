@@ -90,6 +90,7 @@ private Q_SLOTS:
     void a_group_serves_several_commands();
     void intercepted_messages_go_no_further();
     void a_subclass_may_act_before_or_instead_of_a_signal();
+    void reading_goes_on_while_a_slot_runs_an_event_loop();
     void hooks_see_both_ways();
     void channel_reports_arrive_as_they_were_sent_data();
     void channel_reports_arrive_as_they_were_sent();
@@ -542,6 +543,27 @@ void TestAPIQt::a_subclass_may_act_before_or_instead_of_a_signal()
         QStringList({QStringLiteral("before a"), QStringLiteral("signal a"),
             QStringLiteral("before secret b"), QStringLiteral("before c"),
             QStringLiteral("signal c")}));
+}
+
+void TestAPIQt::reading_goes_on_while_a_slot_runs_an_event_loop()
+{
+    for (int round = 0; round < 20; ++round) {
+        ScriptedServer server;
+        APIQt api;
+        QStringList seen;
+        connect(&api, &APIQt::report_clip_created, this, [&](AString const &clip) {
+            seen.append(QString(clip));
+            if (seen.size() > 1)
+                return;
+            server.say(clip_created("meanwhile"));
+            QTRY_COMPARE(seen.size(), 2);
+        });
+        api.connect_to_server(server.address());
+        QTRY_COMPARE(server.connections_open(), 1);
+        server.say(clip_created("first"));
+        QTRY_COMPARE(seen.size(), 2);
+        QCOMPARE(seen.last(), QStringLiteral("meanwhile"));
+    }
 }
 
 void TestAPIQt::hooks_see_both_ways()

@@ -194,7 +194,9 @@ void APIQt::slot_readyRead()
         total_traffic.bytes_received += static_cast<unsigned long long>(bytes.size());
         parser->input_bytes(bytes);
     }
-    slot_xmlReady();
+    // Not from inside, since the socket tells of nothing more until this returns, and a slot of
+    // what is ready may run an event loop of its own.
+    QMetaObject::invokeMethod(this, &APIQt::slot_xmlReady, Qt::QueuedConnection);
 }
 
 void APIQt::slot_xmlReady()
