@@ -267,6 +267,11 @@ void TestCFChoices::radio_buttons_of_different_parents_uncheck_each_other()
     QCOMPARE(b.item(aspect)->get(), text("16x9"));
     QVERIFY(wide.isChecked());
     QVERIFY(!narrow.isChecked());
+    // What is only shown is typed when asked for.
+    binding.cf(text("4x3"));
+    QCOMPARE(b.item(aspect)->get(), text("16x9"));
+    binding.send_change();
+    QCOMPARE(b.item(aspect)->get(), text("4x3"));
 }
 
 void TestCFChoices::a_radio_button_takes_the_place_of_the_one_before()
@@ -302,6 +307,10 @@ void TestCFChoices::a_combo_box_offers_what_the_server_takes()
     QCOMPARE(changes.count(), 1);
     QCOMPARE(b.item(aspect)->get(), text("16x9"));
     QCOMPARE(b.committed("VideoAspectRatio"), text("16x9"));
+    QComboBox second;
+    CFComboBox late(b.model, aspect, &second);
+    QCOMPARE(values(second), values(box));
+    QCOMPARE(second.currentText(), text("16x9"));
 }
 
 void TestCFChoices::a_combo_box_offers_the_options_that_the_server_takes()
@@ -366,6 +375,7 @@ void TestCFChoices::widgets_may_go_before_their_bindings()
     radio_binding.send_change();
     combo_binding.send_change();
     QCOMPARE(b.item(enable)->get(), text("Enabled"));
+    b.item(enable)->set(text("Disabled"));
 }
 
 void TestCFChoices::the_model_may_go_before_the_bindings()

@@ -138,6 +138,9 @@ void TestCFItem::a_label_shows_the_item_and_saves_its_text()
     binding.save();
     QCOMPARE(b.item(path)->get(), QStringLiteral("/media/b"));
     QCOMPARE(b.committed("Channel_GrowingMxfExportPath0"), QStringLiteral("/media/b"));
+    QLabel second;
+    CFLabel late(b.model, path, &second);
+    QCOMPARE(second.text(), QStringLiteral("/media/b"));
 }
 
 void TestCFItem::a_label_shows_what_looks_like_markup_as_it_is()

@@ -4,6 +4,7 @@
 #include "tests/config/binding_bench.h"
 #include "tests/support/latin1_text.h"
 
+#include <QLayout>
 #include <QTest>
 
 /// Widgets that show by what a server has: those for an item, and rows of control panels.
@@ -161,6 +162,13 @@ void TestCFShow::a_control_panel_has_a_row_for_each()
     QCOMPARE(panels.panel_count(), 1U);
     QVERIFY(panels.panel(0) != nullptr);
     QVERIFY(panels.panel(1) == nullptr);
+    CFControlPanelItem *row = panels.panel(0);
+    QCOMPARE(panels.findChildren<CFControlPanelItem *>(), QList<CFControlPanelItem *>{row});
+    QVERIFY(panels.layout()->indexOf(row) >= 0);
+    for (QLineEdit *edit : {row->id_edit(), row->channels_edit()})
+        QVERIFY(row->layout()->indexOf(edit) >= 0);
+    CFControlPanel late(b.model);
+    QCOMPARE(late.panel_count(), 1U);
 }
 
 void TestCFShow::rows_come_and_go_with_the_count()
@@ -175,7 +183,8 @@ void TestCFShow::rows_come_and_go_with_the_count()
     QVERIFY(!third->isHidden());
     panels.count_box()->setCurrentText(text("0"));
     QCOMPARE(panels.panel_count(), 0U);
-    QVERIFY(third->isHidden());
+    for (CFControlPanelItem const *row : panels.findChildren<CFControlPanelItem *>())
+        QVERIFY(row->isHidden());
     panels.count_box()->setCurrentText(text("4"));
     QCOMPARE(panels.panel(2), third);
     QVERIFY(!third->isHidden());
