@@ -4,6 +4,7 @@
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
 #include "tests/support/shown_timecode.h"
+#include "tests/support/thoroughness.h"
 
 #include <QTest>
 #include <climits>
@@ -172,6 +173,8 @@ void TestTimecode::breakdown_of_each_field_of_a_day()
     unsigned int n = 0;
     for (unsigned int whole = 0; whole < 24 * 3600 + 60; ++whole) {
         for (unsigned int fields = 0; fields < second; ++fields, ++n) {
+            if (n % one_in != 0)
+                continue;
             t.set_nfields(n);
             if (!shows(t, whole / 86400, whole / 3600 % 24, whole / 60 % 60, whole % 60, fields))
                 QFAIL(qPrintable(where(t)));
@@ -301,6 +304,8 @@ void TestTimecode::breakdown_of_each_dropframe_field_of_a_day()
         unsigned int const lasts
             = whole ? 60 * second : Timecode::fields_per_minute(rate(value), true);
         for (unsigned int field = begin; field < begin + lasts; ++field, ++n) {
+            if (n % one_in != 0)
+                continue;
             t.set_nfields(n);
             if (!shows(t, minute / 1440, minute / 60 % 24, minute % 60, field / second,
                     field % second))
@@ -339,7 +344,7 @@ void TestTimecode::to_fields_counts_two_fields_a_frame()
 void TestTimecode::to_fields_gives_the_count_back_at_59_94_dropframe()
 {
     Timecode t(rate(1), 0);
-    for (unsigned int n = 0; n < 5178816; ++n) {
+    for (unsigned int n = 0; n < 5178816; n += one_in) {
         t.set_nfields(n);
         if (Timecode::to_fields(rate(1), true, t.get_f2(), t.get_hours(), t.get_minutes(),
                 t.get_seconds(), t.get_frames())

@@ -12,6 +12,7 @@
 #include "tests/glint/world_shaker.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/event_loop.h"
+#include "tests/support/thoroughness.h"
 
 #include <QLoggingCategory>
 #include <QTest>
@@ -23,13 +24,9 @@ namespace {
 using VCTP3::Channel;
 using VCTP3::ChannelReportType;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int restarts = 60; // a sanitizer takes its time, and an error shows in a few
-constexpr int settled_after = 20;
-#else
-constexpr int restarts = 1000;
-constexpr int settled_after = 100;
-#endif
+// A sanitizer takes its time, and an error shows in a few.
+constexpr int restarts = sanitized ? 60 : 1000;
+constexpr int settled_after = sanitized ? 20 : 100;
 
 /// The timer that connects, which a test may let run or do the work of.
 ATimer *connect_timer(Glint const &hub)

@@ -6,6 +6,7 @@
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
 #include "tests/support/storm_listener.h"
+#include "tests/support/thoroughness.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -245,9 +246,8 @@ void TestGlintStorm::what_waits_in_the_hub_is_bounded_however_long_the_main_thre
 
 void TestGlintStorm::the_memory_of_a_blocked_time_serves_the_next_one()
 {
-#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
-    QSKIP("A sanitizer keeps memory of its own");
-#endif
+    if constexpr (sanitized)
+        QSKIP("A sanitizer keeps memory of its own");
     auto const resident = [] {
         QFile file(QStringLiteral("/proc/self/statm"));
         return file.open(QIODevice::ReadOnly)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse_engine.h"
+#include "tests/support/thoroughness.h"
 #include "tests/xml/xml_texts.h"
 
 #include <QTest>
@@ -18,11 +19,8 @@ private Q_SLOTS:
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr std::size_t frame_growth = 8; // frames and the runtime itself need more there
-#else
-constexpr std::size_t frame_growth = 1;
-#endif
+// Under a sanitizer frames and the runtime itself need more.
+constexpr std::size_t frame_growth = sanitized ? 8 : 1;
 
 struct Job
 {
