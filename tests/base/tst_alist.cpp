@@ -262,6 +262,17 @@ private Q_SLOTS:
         QVERIFY(list.empty());
     }
 
+    void empty_lists_are_one_however_they_became_empty()
+    {
+        AList<int> emptied{1};
+        emptied.pop();
+        AList<int> asked;
+        QVERIFY(asked.begin() == asked.end());
+        QVERIFY(emptied.same_list(asked) && emptied.same_list(AList<int>()));
+        QVERIFY(emptied == AList<int>());
+        QVERIFY(!emptied.same_list(AList<int>{1}) && !AList<int>{1}.same_list(AList<int>{1}));
+    }
+
     void removing_nothing_keeps_the_sharing()
     {
         AList<int> const source{1, 2};

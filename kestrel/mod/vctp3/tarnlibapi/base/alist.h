@@ -232,7 +232,10 @@ public:
     bool empty() const { return size() == 0; }
     void clear() { shared.reset(); }
     /// Whether both lists are one: they share their entries, or neither has any.
-    bool same_list(AList const &other) const { return shared.get() == other.shared.get(); }
+    bool same_list(AList const &other) const
+    {
+        return shared.get() == other.shared.get() || (empty() && other.empty());
+    }
 
     iterator begin() { return ref().begin(); }
     iterator end() { return ref().end(); }
