@@ -186,6 +186,52 @@ private Q_SLOTS:
         QCOMPARE(b.const_data(), alone);
     }
 
+    void every_change_leaves_the_copy_alone_data()
+    {
+        using Change = void (*)(AByteArray &);
+        QTest::addColumn<Change>("change");
+        auto const row = [](char const *name, Change change) { QTest::newRow(name) << change; };
+        row("data", [](AByteArray &a) { *a.data() = 'X'; });
+        row("[]", [](AByteArray &a) { a[2] = 'X'; });
+        row("append a byte", [](AByteArray &a) { a.append('X'); });
+        row("append two", [](AByteArray &a) { a.append('X', 'Y'); });
+        row("append memory", [](AByteArray &a) { a.append("XY", 2); });
+        row("append another", [](AByteArray &a) { a.append(bytes("X")); });
+        row("append itself", [](AByteArray &a) { a.append(a); });
+        row("append16", [](AByteArray &a) { a.append16(1); });
+        row("append over the block", [](AByteArray &a) { a.append(counting(100)); });
+        row("copy_from", [](AByteArray &a) { a.copy_from("X", 1, 1); });
+        row("replace", [](AByteArray &a) { a.replace('b', 'X'); });
+        row("shorter", [](AByteArray &a) { a.resize(2); });
+        row("longer", [](AByteArray &a) { a.resize(9, 'X'); });
+        row("set", [](AByteArray &a) { a.set('X'); });
+        row("clear", [](AByteArray &a) { a.clear(); });
+    }
+    void every_change_leaves_the_copy_alone()
+    {
+        using Change = void (*)(AByteArray &);
+        QFETCH(Change, change);
+        AByteArray const before = bytes("abcd");
+        AByteArray array = before;
+        change(array);
+        QVERIFY(array != before);
+        QCOMPARE(text_of(before), std::string("abcd"));
+        QCOMPARE(before.const_data()[4], 0);
+    }
+
+    void a_reserve_keeps_the_bytes_and_leaves_the_copy_alone()
+    {
+        AByteArray const before = bytes("abcd");
+        AByteArray array = before;
+        array.reserve(1000);
+        QCOMPARE(text_of(array), std::string("abcd"));
+        QCOMPARE(array.reserved_size(), 1024u);
+        QCOMPARE(before.reserved_size(), 32u);
+        AByteArray shorter = array;
+        shorter.reserve(1);
+        QCOMPARE(text_of(shorter), std::string("abcd"));
+    }
+
     void access_outside_is_an_assertion()
     {
         AssertLog log;

@@ -176,6 +176,22 @@ private Q_SLOTS:
         QVERIFY(AFunction(&note_pointers, text, text) < AFunction(&note_pointers, text, text + 1));
     }
 
+    void order_is_by_the_words_as_they_are_stored()
+    {
+        // Two targets, the lesser one first; which that is only the order itself can tell.
+        AFunction::ValueFunction low = &note_value;
+        AFunction::ValueFunction high = [](unsigned int) {};
+        if (AFunction(high, 0) < AFunction(low, 0))
+            std::swap(low, high);
+        QVERIFY(AFunction(low, 9) < AFunction(high, 1));
+        QVERIFY(!(AFunction(high, 1) < AFunction(low, 9)));
+        char text[2] = {};
+        QVERIFY(
+            AFunction(&note_pointers, text, text + 1) < AFunction(&note_pointers, text + 1, text));
+        QVERIFY(!(
+            AFunction(&note_pointers, text + 1, text) < AFunction(&note_pointers, text, text + 1)));
+    }
+
     void is_a_small_bitwise_record()
     {
         static_assert(std::is_trivially_copyable_v<AFunction>);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring_format.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring_list.h"
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
@@ -91,6 +92,54 @@ private Q_SLOTS:
         QCOMPARE(AString::from_utf32(U"\u20ac x").count_spaces_front(), 2u);
         QVERIFY(AString().all_space() && " \t"_a.all_space() && !" x "_a.all_space());
         QCOMPARE(even_string(std::u32string(600, U' ') + U"x").count_spaces_front(), 600u);
+    }
+
+    // --- borders ---
+    void a_text_reads_the_same_wherever_it_lies_data()
+    {
+        // Chunks of an even store end every 256 code points.
+        QTest::addColumn<unsigned int>("before");
+        for (unsigned int const before : {0u, 1u, 240u, 244u, 248u, 250u, 252u, 254u, 255u, 256u})
+            QTest::addRow("%u", before) << before;
+    }
+    void a_text_reads_the_same_wherever_it_lies()
+    {
+        QFETCH(unsigned int, before);
+        auto const placed = [before](char32_t const *text) {
+            std::u32string const whole
+                = std::u32string(before, U'#') + text + std::u32string(300, U'#');
+            return even_string(whole).mid(before, std::u32string_view(text).size());
+        };
+        AString const number = placed(U"  -1234567890  ");
+        int value = 0;
+        QVERIFY(number.to_int(&value));
+        QCOMPARE(value, -1234567890);
+        QCOMPARE(number.despace(), "-1234567890"_a);
+        QCOMPARE(number.count_spaces_front(), 2u);
+        QCOMPARE(placed(U"12345678901234x").leading_digits(), "12345678901234"_a);
+        for (auto const &[text, speed] : {std::pair{U"-12345.5X", -(12345 * 65536 + 32768)},
+                 std::pair{U"  +7.250X  ", 7 * 65536 + 16384},
+                 std::pair{U"1234567890", 1234567890}}) {
+            QVERIFY(placed(text).to_speed(&value));
+            QCOMPARE(value, speed);
+        }
+        QCOMPARE(placed(U"192.168.100.200").to_ipaddr(0), 0xc864a8c0u);
+
+        AString const text = placed(U"Message one, two");
+        QVERIFY(text.equal_z("Message one, two") && !text.equal_z("Message one, twO"));
+        QCOMPARE(text, "Message one, two"_a);
+        QCOMPARE(text.compare("message ONE, TWO"_a, AString::CaseInsensitive), 0);
+        QCOMPARE(text.hash(), "Message one, two"_a.hash());
+        QVERIFY(text.has_prefix("Message one"_a) && text.has_suffix("one, two"_a));
+        QCOMPARE(text.find("one, t"_a), 8);
+        QCOMPARE(text.rfind(AChar(U'e')), 10);
+        QCOMPARE(text.split(", "_a, true), (AStringList{"Message one"_a, "two"_a}));
+        QCOMPARE(text.split_any(" ,"_a, true), (AStringList{"Message"_a, "one"_a, "two"_a}));
+        QCOMPARE(text.replace(8, 3, "1"_a), "Message 1, two"_a);
+        QCOMPARE(text.to_string(), std::string("Message one, two"));
+        QCOMPARE(QString(text), QStringLiteral("Message one, two"));
+        QCOMPARE(text.lastchar(), AChar(U'o'));
+        QVERIFY(placed(U"%1 of %2").arg("a"_a).arg("b"_a) == "a of b"_a);
     }
 
     // --- hash ---
