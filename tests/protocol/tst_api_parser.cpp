@@ -98,6 +98,7 @@ private Q_SLOTS:
     void fails_at_malformed_text_until_reset();
     void drops_the_rest_when_reset_from_a_callback();
     void drops_what_did_not_fit_when_reset_from_a_callback();
+    void goes_on_with_a_stream_that_a_callback_has_begun();
 };
 
 void TestAPIParser::delivers_messages_data()
@@ -421,6 +422,35 @@ void TestAPIParser::drops_what_did_not_fit_when_reset_from_a_callback()
     QCOMPARE(parser.take(), QStringList{QStringLiteral("ok 1")});
     parser.feed("<reply><xid>3</xid><ok/></reply>");
     QCOMPARE(parser.take(), QStringList{QStringLiteral("ok 3")});
+}
+
+void TestAPIParser::goes_on_with_a_stream_that_a_callback_has_begun()
+{
+    class Restarting : public NotingParser
+    {
+    public:
+        QByteArray next;
+
+    protected:
+        void reply_ok(AString const &xid) override
+        {
+            NotingParser::reply_ok(xid);
+            if (next.isEmpty())
+                return;
+            reset_input();
+            feed(std::exchange(next, QByteArray()));
+        }
+    };
+    // What is left of the first stream lies in the buffer, or also outside it.
+    for (int left : {1, 5000}) {
+        Restarting parser;
+        parser.next = "<reply><xid>2</xid><ok/></reply><reply><xid>3</xid>";
+        parser.feed("<reply><xid>1</xid><ok/></reply>"
+            + QByteArray("<reply><xid>9</xid><ok/></reply>").repeated(left));
+        QCOMPARE(parser.take(), (QStringList{QStringLiteral("ok 1"), QStringLiteral("ok 2")}));
+        parser.feed("<ok/></reply>");
+        QCOMPARE(parser.take(), QStringList{QStringLiteral("ok 3")});
+    }
 }
 
 QTEST_GUILESS_MAIN(TestAPIParser)

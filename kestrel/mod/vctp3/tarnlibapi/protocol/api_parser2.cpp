@@ -20,7 +20,7 @@ void APIParser2::input_bytes(unsigned long long count, void const *data)
 {
     if (failed)
         return;
-    was_reset = false;
+    unsigned int const begun_in = stream;
     auto const *bytes = static_cast<char const *>(data);
     while (count > 0) {
         unsigned long long const room = engine->available_buffer_space();
@@ -32,12 +32,12 @@ void APIParser2::input_bytes(unsigned long long count, void const *data)
         }
         bytes += taken;
         count -= taken;
-        if (!parse_available())
+        if (!parse_available(begun_in))
             return;
     }
 }
 
-bool APIParser2::parse_available()
+bool APIParser2::parse_available(unsigned int begun_in)
 {
     for (;;) {
         XMLTree const message = engine->get_xml();
@@ -48,14 +48,14 @@ bool APIParser2::parse_available()
         if (message.is_null())
             return true;
         parse(message);
-        if (was_reset)
+        if (stream != begun_in)
             return false;
     }
 }
 
 void APIParser2::reset_input()
 {
-    was_reset = true;
+    ++stream;
     failed = false;
     engine->reset();
 }

@@ -29,12 +29,12 @@ public:
     void reset_input();
 
 private:
-    /// False when the stream cannot go on, or has been reset.
-    bool parse_available();
+    /// False when that stream cannot go on, or another has begun.
+    bool parse_available(unsigned int begun_in);
 
     std::unique_ptr<XMLParseEngine> engine;
     bool failed = false;
-    bool was_reset = false; // by somebody that a message called
+    unsigned int stream = 0; // a number of each, as whom a message calls may begin and feed another
 };
 
 } // namespace VCTP3
