@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_command.h"
 #include "tests/protocol/protocol_texts.h"
+#include "tests/support/assert_log.h"
 
 #include <QByteArray>
 #include <QList>
@@ -44,8 +45,17 @@ private Q_SLOTS:
     void writes_speeds_data();
     void writes_speeds();
     void runs_the_send_hook_before_it_writes();
+    void the_send_hook_sees_whatever_is_written_data();
+    void the_send_hook_sees_whatever_is_written();
     void never_mixes_the_messages_of_threads();
     void survives_a_sink_that_sends();
+
+    void sends_a_tree_in_lines_and_short_tags();
+    void sends_a_tree_in_blocks_of_1500_bytes_and_a_rest_data();
+    void sends_a_tree_in_blocks_of_1500_bytes_and_a_rest();
+    void shows_the_hook_the_tree_before_it_is_sent();
+    void sends_nothing_of_a_null_tree();
+    void never_mixes_trees_with_commands();
 };
 
 using Call = void (*)(APICommand &);
@@ -470,6 +480,34 @@ void TestAPICommand::runs_the_send_hook_before_it_writes()
     QCOMPARE(seen.lines.size(), 1);
 }
 
+void TestAPICommand::the_send_hook_sees_whatever_is_written_data()
+{
+    QTest::addColumn<QString>("label");
+    QTest::newRow("entities") << QStringLiteral("<'&\">");
+    QTest::newRow("an entity in the text") << QStringLiteral("&lt;");
+    QTest::newRow("above the basic plane") << QStringLiteral("\u00e4\u20ac\U0001f3ac");
+    QTest::newRow("white space alone") << QStringLiteral(" \r\n\t");
+    QTest::newRow("nothing") << QString();
+    QTest::newRow("long") << QString(5000, QLatin1Char('x'));
+    QTest::newRow("a zero") << QStringLiteral("a") + QChar(0) + QStringLiteral("b");
+    QTest::newRow("zeros") << QString(2, QChar(0));
+}
+
+void TestAPICommand::the_send_hook_sees_whatever_is_written()
+{
+    QFETCH(QString, label);
+    std::u32string const codes = label.toStdU32String();
+    AString const text = AString::from_utf32(codes.data(), codes.size());
+    BlockKeeper commands;
+    XMLTree seen;
+    commands.set_send_debug_hook(
+        {[](void *to, XMLTree const &message) { *static_cast<XMLTree *>(to) = message; }, &seen});
+    commands.cmd_debug_label(l1("7"), text);
+    QCOMPARE(
+        seen.get_subnode(l1("debug_label")).get_subnode(l1("DebugString")).get_content(), text);
+    QCOMPARE(commands.take(), QByteArray::fromStdString(seen.flatten().to_string()));
+}
+
 void TestAPICommand::never_mixes_the_messages_of_threads()
 {
     BlockKeeper commands;
@@ -518,6 +556,103 @@ void TestAPICommand::survives_a_sink_that_sends()
     commands.cmd_sync(l1("outer"));
     QCOMPARE(commands.all.count("<cmd>"), 2);
     QVERIFY(commands.all.indexOf("outer") < commands.all.indexOf("inner"));
+}
+
+/// A message that no command makes.
+static XMLTree own_message(unsigned int letters)
+{
+    XMLTree message(l1("cmd"), XMLTree(l1("xid"), l1("7")));
+    XMLTree command(l1("own"), XMLTree(l1("Flag")));
+    command.add_subnode(XMLTree(l1("Text"), AString::rep(l1("x"), letters)));
+    command.add_subnode(XMLTree(l1("Quote"), l1("<'>")));
+    message.add_subnode(command);
+    return message;
+}
+
+static QByteArray own_bytes(unsigned int letters)
+{
+    return "<cmd>\r\n<xid>7</xid>\r\n<own>\r\n<Flag />\r\n<Text>" + QByteArray(int(letters), 'x')
+        + "</Text>\r\n<Quote>&lt;&apos;&gt;</Quote>\r\n</own>\r\n</cmd>";
+}
+
+void TestAPICommand::sends_a_tree_in_lines_and_short_tags()
+{
+    BlockKeeper commands;
+    commands.send(own_message(3));
+    QCOMPARE(commands.blocks, QByteArrayList{own_bytes(3)});
+    QCOMPARE(commands.messages_sent(), 1ULL);
+}
+
+void TestAPICommand::sends_a_tree_in_blocks_of_1500_bytes_and_a_rest_data()
+{
+    QTest::addColumn<unsigned int>("letters");
+    QTest::addColumn<int>("blocks");
+    auto const rest = static_cast<unsigned int>(own_bytes(0).size());
+    QTest::newRow("1499 bytes") << 1499 - rest << 1;
+    QTest::newRow("1500 bytes") << 1500 - rest << 1;
+    QTest::newRow("1501 bytes") << 1501 - rest << 2;
+    QTest::newRow("3000 bytes") << 3000 - rest << 2;
+    QTest::newRow("3001 bytes") << 3001 - rest << 3;
+    QTest::newRow("150000 bytes") << 150000 - rest << 100;
+}
+
+void TestAPICommand::sends_a_tree_in_blocks_of_1500_bytes_and_a_rest()
+{
+    QFETCH(unsigned int, letters);
+    QFETCH(int, blocks);
+    BlockKeeper commands;
+    commands.send(own_message(letters));
+    QCOMPARE(commands.blocks.size(), qsizetype(blocks));
+    for (int i = 0; i + 1 < blocks; ++i)
+        QCOMPARE(commands.blocks[i].size(), 1500);
+    QCOMPARE(commands.take(), own_bytes(letters));
+}
+
+void TestAPICommand::shows_the_hook_the_tree_before_it_is_sent()
+{
+    struct Seen
+    {
+        BlockKeeper *commands;
+        QList<XMLTree> trees;
+    };
+    BlockKeeper commands;
+    Seen seen{&commands, {}};
+    commands.set_send_debug_hook({[](void *place, XMLTree const &message) {
+                                      auto *s = static_cast<Seen *>(place);
+                                      QCOMPARE(s->commands->blocks.size(), 0);
+                                      s->trees.append(message);
+                                  },
+        &seen});
+    commands.send(own_message(3));
+    QCOMPARE(seen.trees.size(), 1);
+    QVERIFY(seen.trees.front() == own_message(3));
+}
+
+void TestAPICommand::sends_nothing_of_a_null_tree()
+{
+    AssertLog asserts;
+    BlockKeeper commands;
+    commands.send(XMLTree());
+    QCOMPARE(asserts.take(), QStringList{QStringLiteral("!tree.is_null()")});
+    QVERIFY(commands.blocks.isEmpty());
+}
+
+void TestAPICommand::never_mixes_trees_with_commands()
+{
+    BlockKeeper commands;
+    std::thread other([&commands] {
+        for (int i = 0; i < 100; ++i)
+            commands.send(own_message(4000));
+    });
+    for (int i = 0; i < 100; ++i)
+        commands.cmd_debug_label(l1("8"), AString::rep(l1("y"), 4000));
+    other.join();
+    QByteArray const label = "<cmd>\r\n<xid>8</xid>\r\n<debug_label>\r\n<DebugString>"
+        + QByteArray(4000, 'y') + "</DebugString>\r\n</debug_label>\r\n</cmd>";
+    QByteArray all = commands.take();
+    QCOMPARE(all.count(own_bytes(4000)), 100);
+    QCOMPARE(all.count(label), 100);
+    QCOMPARE(all.size(), 100 * (own_bytes(4000).size() + label.size()));
 }
 
 QTEST_GUILESS_MAIN(TestAPICommand)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/command_tree_p.h"
 
+#include "kestrel/mod/vctp3/tarnlibapi/base/astring_builder_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/leaf_xml_p.h"
 #include "kestrel/mod/vctp3/tarnlibapi/xml/xml_parse.h"
 
@@ -210,7 +211,14 @@ std::string_view CommandTree::finish()
 XMLTree CommandTree::tree()
 {
     std::string_view const bytes = finish();
-    return XMLParse(AString::from_utf8(bytes.data(), bytes.size()), nullptr);
+    AStringBuilder whole(bytes.size());
+    unsigned long long read = 0;
+    // All that is written can be read again, but for a zero in a text, which stops the reader.
+    while ((read += whole.append_utf8(bytes.data() + read, bytes.size() - read)) < bytes.size()) {
+        whole.append(AChar());
+        ++read;
+    }
+    return XMLParse(whole.take(), nullptr);
 }
 
 } // namespace VCTP3
