@@ -111,6 +111,9 @@ private Q_SLOTS:
     void forgets();
     void keeps_the_record_while_its_callback_runs();
     void ends_once_when_its_callback_fails_all();
+    void what_comes_from_within_the_last_callback_is_too_late();
+    void a_partial_answer_may_end_its_own_command();
+    void a_callback_may_forget_its_own_command();
     void commands_may_follow_from_callbacks();
 
     void fails_all_in_the_order_of_the_ids();
@@ -301,6 +304,13 @@ void TestAPI::ignores_unknown_and_odd_ids()
         l1("\xe9")};
     for (AString const &id : odd)
         api.ok(id);
+    // A stream cannot carry a zero, a tree can.
+    AString const with_zero = xid + AString(AChar());
+    XMLTree reply(l1("reply"), XMLTree(l1("xid"), with_zero));
+    reply.add_subnode(XMLTree(l1("ok")));
+    api.parse(reply);
+    QVERIFY(api.parsed_ok());
+    QVERIFY(!api.forget_transaction(with_zero));
     QCOMPARE(api.outstanding_commands(), 1U);
     QVERIFY(answers.take().isEmpty());
     QVERIFY(api.forget_transaction(xid));
@@ -406,6 +416,97 @@ void TestAPI::ends_once_when_its_callback_fails_all()
     QCOMPARE(actor.errors, 0);
     QCOMPARE(actor.outstanding, 0U);
     QCOMPARE(other.take(), QStringList{failed});
+}
+
+/// Handles answers to one command, and does something at the first of them.
+struct Inner
+{
+    LoopAPI *api;
+    void (*at_first)(Inner &inner);
+    AString xid;
+    QStringList calls;
+    QList<bool> forgotten;
+    QList<unsigned int> outstanding;
+
+    void send()
+    {
+        xid = api->cmd_download_clipids(AFunction::bind<&Inner::ok>(this),
+            AFunction1<AString>::bind<&Inner::clip>(this),
+            AFunction2<AString, ErrorCode>::bind<&Inner::error>(this));
+    }
+    void ok() { note(QStringLiteral("ok")); }
+    void clip(AString const &id) { note(QString(id)); }
+    void error(AString const &, ErrorCode) { note(QStringLiteral("error")); }
+    void note(QString const &call)
+    {
+        calls.append(call);
+        if (calls.size() == 1)
+            at_first(*this);
+        outstanding.append(api->outstanding_commands());
+    }
+};
+
+void TestAPI::what_comes_from_within_the_last_callback_is_too_late()
+{
+    auto const answer_again = [](Inner &inner) {
+        inner.api->ok(inner.xid);
+        inner.api->clip(inner.xid, "late");
+        inner.api->error(inner.xid);
+        inner.api->answer(inner.xid, "<io_latency><ClipPosition>1</ClipPosition></io_latency>");
+    };
+    LoopAPI api;
+    Inner by_ok{&api, answer_again, {}, {}, {}, {}};
+    by_ok.send();
+    api.ok(by_ok.xid);
+    QCOMPARE(by_ok.calls, QStringList{QStringLiteral("ok")});
+    QCOMPARE(by_ok.outstanding, QList<unsigned int>{1});
+    Inner by_error{&api, answer_again, {}, {}, {}, {}};
+    by_error.send();
+    api.error(by_error.xid);
+    QCOMPARE(by_error.calls, QStringList{QStringLiteral("error")});
+    QCOMPARE(api.outstanding_commands(), 0U);
+}
+
+void TestAPI::a_partial_answer_may_end_its_own_command()
+{
+    LoopAPI api;
+    Inner inner{&api, [](Inner &in) { in.api->ok(in.xid); }, {}, {}, {}, {}};
+    inner.send();
+    api.clip(inner.xid, "a");
+    QCOMPARE(inner.calls, (QStringList{QStringLiteral("a"), QStringLiteral("ok")}));
+    QCOMPARE(inner.outstanding, (QList<unsigned int>{1, 0}));
+    api.clip(inner.xid, "b");
+    api.ok(inner.xid);
+    QCOMPARE(inner.calls.size(), 2);
+
+    Inner failing{&api, [](Inner &in) { in.api->fail_all_pending_commands(); }, {}, {}, {}, {}};
+    failing.send();
+    api.clip(failing.xid, "a");
+    QCOMPARE(failing.calls, (QStringList{QStringLiteral("a"), QStringLiteral("error")}));
+    api.ok(failing.xid);
+    QCOMPARE(failing.calls.size(), 2);
+}
+
+void TestAPI::a_callback_may_forget_its_own_command()
+{
+    auto const forget
+        = [](Inner &inner) { inner.forgotten.append(inner.api->forget_transaction(inner.xid)); };
+    LoopAPI api;
+    Inner last{&api, forget, {}, {}, {}, {}};
+    last.send();
+    api.ok(last.xid);
+    QCOMPARE(last.forgotten, QList<bool>{true});
+    QCOMPARE(last.outstanding, QList<unsigned int>{0});
+    QVERIFY(!api.forget_transaction(last.xid));
+
+    Inner partial{&api, forget, {}, {}, {}, {}};
+    partial.send();
+    api.clip(partial.xid, "a");
+    api.clip(partial.xid, "b");
+    api.ok(partial.xid);
+    api.fail_all_pending_commands();
+    QCOMPARE(partial.calls, QStringList{QStringLiteral("a")});
+    QCOMPARE(partial.outstanding, QList<unsigned int>{0});
 }
 
 void TestAPI::commands_may_follow_from_callbacks()

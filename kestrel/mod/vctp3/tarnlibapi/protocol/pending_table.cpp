@@ -26,7 +26,7 @@ PendingTable::Key::Key(AString const &xid)
     for (unsigned int i = 0; fits && xid.get_next_position(&at, &c); ++i) {
         std::uint64_t &half = i < 8 ? head : tail;
         half |= std::uint64_t(c.ord()) << (56 - 8 * (i % 8));
-        fits = c.ord() <= 0x7F;
+        fits = c.ord() != 0 && c.ord() <= 0x7F; // 0 stands for the end
     }
     if (!fits)
         tail = ~std::uint64_t(0);
