@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "kestrel/mod/vctp3/tarnlibapi/protocol/words_p.h"
 #include "tests/protocol/checking_parser.h"
 #include "tests/protocol/command_rows.h"
 #include "tests/protocol/message_rows.h"
@@ -41,6 +42,9 @@ private Q_SLOTS:
     void writes_every_form();
     void leads_every_reply_to_its_callback_data();
     void leads_every_reply_to_its_callback();
+    void ends_a_command_by_the_kind_of_reply_data();
+    void ends_a_command_by_the_kind_of_reply();
+    void numbers_replies_from_0_and_reports_behind_them();
     void delivers_or_drops_every_message_data();
     void delivers_or_drops_every_message();
     void reads_and_writes_every_record_data();
@@ -125,6 +129,63 @@ void TestVocabulary::leads_every_reply_to_its_callback()
     api.parse(tree_of(reply_text(QStringLiteral("error"), failing)));
     QCOMPARE(notes.seen, QStringList{QStringLiteral("error")});
     QCOMPARE(api.outstanding_commands(), 0U);
+}
+
+/// Typed by hand, as a wrong row of the table would agree with itself.
+void TestVocabulary::ends_a_command_by_the_kind_of_reply_data()
+{
+    QTest::addColumn<bool>("last");
+    for (char const *last : {"ok", "error", "clipexists", "one_configuration_item", "clipinfo",
+             "computername", "reference_source", "video_standard", "disk_usage", "version_info",
+             "compression_info", "steal_info", "channel_current_timecode", "io_latency",
+             "playlist_status", "panel_event", "panel_mode_reply", "pgm_dbkey_reply"})
+        QTest::newRow(last) << true;
+    for (char const *more :
+        {"clipid", "directory_name", "configuration_item", "melt_item", "melt_flags", "listid",
+            "chaseid", "list_element", "chase_element", "metadata", "volatile_file_info"})
+        QTest::newRow(more) << false;
+}
+
+void TestVocabulary::ends_a_command_by_the_kind_of_reply()
+{
+    QFETCH(bool, last);
+    struct Oks
+    {
+        int count = 0;
+        void ok() { ++count; }
+    } oks;
+    Written api;
+    AString const xid = api.cmd_sync(AFunction::bind<&Oks::ok>(&oks), nullptr);
+    QString const name = QString::fromUtf8(QTest::currentDataTag());
+    QByteArray const text = reply_text(name, xid);
+    QVERIFY(!text.isEmpty());
+    api.parse(tree_of(text));
+    QVERIFY(api.parsed_ok());
+    QCOMPARE(api.outstanding_commands(), last ? 0U : 1U);
+    api.parse(tree_of(reply_text(QStringLiteral("ok"), xid)));
+    QCOMPARE(api.outstanding_commands(), 0U);
+    QCOMPARE(oks.count, last && name != QLatin1String("ok") ? 0 : 1);
+}
+
+void TestVocabulary::numbers_replies_from_0_and_reports_behind_them()
+{
+    QCOMPARE(int(MessageId::reply_ok), 0);
+    QCOMPARE(int(MessageId::reply_error), 1);
+    QCOMPARE(int(MessageId::reply_clipinfo), 7);
+    QCOMPARE(int(MessageId::reply_metadata), 21);
+    QCOMPARE(int(MessageId::reply_pgm_dbkey_reply), 28);
+    QCOMPARE(int(MessageId::report_clip_created), 29);
+    QCOMPARE(int(MessageId::report_temperature), 42);
+    QCOMPARE(int(MessageId::report_pgm_dbkey), 85);
+    int replies = 0;
+    int reports = 0;
+    for (MessageRow const &row : message_rows()) {
+        QByteArray const name(row.name);
+        replies += name.startsWith("reply ") && name.endsWith(", whole");
+        reports += name.startsWith("report ") && name.endsWith(", whole");
+    }
+    QCOMPARE(replies, 29);
+    QCOMPARE(reports, 57);
 }
 
 void TestVocabulary::delivers_or_drops_every_message_data()
