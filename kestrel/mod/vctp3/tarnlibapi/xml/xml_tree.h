@@ -102,7 +102,8 @@ public:
     unsigned int count_subnodes(AString const &tag, XMLTree *first = nullptr) const;
     /// The first child with that tag, or one shared null tree.
     XMLTree const &get_subnode(AString const &tag) const;
-    /// The first child with that tag for changing, or null. Valid until this tree is changed.
+    /// The first child with that tag for changing, or null. Valid until this tree is changed or
+    /// copied: a copy shares the child, and sees what is changed through an older pointer.
     XMLTree *get_modifiable_subnode(AString const &tag);
 
     void add_subnode(XMLTree const &sub);
