@@ -143,6 +143,8 @@ void TestJsonValue::refuses_what_is_no_json_data()
     row("\"\n\"", "no control character at character 2");
     row("\"\\x\"", "one of \"\\/bfnrtu behind the backslash at character 3");
     row("\"\\u12\"", "four hexadecimal digits at character 3");
+    row("\"\\u 0e9\"", "four hexadecimal digits at character 3");
+    row("\"\\u0x1f\"", "four hexadecimal digits at character 3");
     row("\"\\u0000\"", "a character that a message can hold at character 7");
     row("\"\\udc00\"", "a character that a message can hold at character 7");
     row("\"\\ud800b\"", "the second half of a surrogate pair at character 7");

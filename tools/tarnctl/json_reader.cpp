@@ -2,6 +2,7 @@
 #include "tools/tarnctl/json_reader.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace TarnCtl {
 namespace {
@@ -214,13 +215,14 @@ private:
     /// Four digits, from the "u" in front of them.
     bool unit(QChar *out)
     {
-        bool good = false;
+        static QString const hexadecimal = QStringLiteral("0123456789abcdefABCDEF");
         QStringView const digits = QStringView(text).mid(place + 1, 4);
-        ushort const code = digits.toUShort(&good, 16);
+        bool const good = std::all_of(
+            digits.begin(), digits.end(), [](QChar digit) { return hexadecimal.contains(digit); });
         if (!good || digits.size() != 4)
             return fail("four hexadecimal digits");
         place += 4;
-        *out = QChar(code);
+        *out = QChar(digits.toUShort(nullptr, 16));
         return true;
     }
 
