@@ -17,6 +17,19 @@ namespace {
 /// Messages for a worker after which it begins while the hub is still reading others.
 constexpr std::size_t most_held = 256;
 
+/// Delivers one channel of each kind; while nobody has heard, the next channels share the pass.
+/// Each callable delivers a channel, sets \a heard if it was, and is false when there is none.
+template <typename Normal, typename Aux>
+void make_pass(bool const &heard, Normal const &normal, Aux const &aux)
+{
+    bool found = true;
+    for (unsigned int i = 0; i < Glint::channel_count && found && !heard; ++i) {
+        found = normal();
+        // What comes next is taken only now: a slot may have run an event loop meanwhile.
+        found |= aux();
+    }
+}
+
 } // namespace
 
 void Glint::make_workers()
@@ -87,31 +100,30 @@ bool Glint::is_heard(VCTP3::Channel channel, ChannelReportType report) const
     return field_rate_is_watched || (monitor && monitor->is_listened_to(report));
 }
 
-/// Delivers one channel of each kind and asks for the next pass. A channel that nobody listens to
-/// is not worth one: its values are put down, and the next channel follows. A slot may run an event
-/// loop of its own, and so the next pass is asked for before it, and what comes next is taken
-/// behind it.
+/// A channel that nobody listens to is not worth a pass: its values are put down, and the next
+/// channel follows. A slot may run an event loop of its own, and so the next pass is asked for
+/// before each of them.
 void Glint::process_timecode()
 {
+    GlintTimecodeResult result;
     bool heard = false;
-    bool found = true;
-    for (unsigned int i = 0; i < channel_count && found && !heard; ++i) {
-        found = false;
-        GlintTimecodeResult result;
-        if (timecode_worker->take_timecode(connection_count, &result)) {
-            found = true;
-            timecode_timer->start();
-            do_report_channel_timecode(
-                result.channel, result.position, result.display, result.input);
-            heard = is_heard(result.channel, ChannelReportType::timecode);
-        }
-        if (timecode_worker->take_aux_position(connection_count, &result)) {
-            found = true;
-            timecode_timer->start();
-            do_report_channel_aux_audio_timecode(result.channel, result.position);
-            heard |= is_heard(result.channel, ChannelReportType::aux_audio_timecode);
-        }
-    }
+    auto const timecode = [&] {
+        if (!timecode_worker->take_timecode(connection_count, &result))
+            return false;
+        timecode_timer->start();
+        do_report_channel_timecode(result.channel, result.position, result.display, result.input);
+        heard |= is_heard(result.channel, ChannelReportType::timecode);
+        return true;
+    };
+    auto const aux_position = [&] {
+        if (!timecode_worker->take_aux_position(connection_count, &result))
+            return false;
+        timecode_timer->start();
+        do_report_channel_aux_audio_timecode(result.channel, result.position);
+        heard |= is_heard(result.channel, ChannelReportType::aux_audio_timecode);
+        return true;
+    };
+    make_pass(heard, timecode, aux_position);
 }
 
 void Glint::process_ltc()
@@ -123,28 +135,29 @@ void Glint::process_ltc()
 
 void Glint::process_audio_levels()
 {
+    GlintAudioLevelsResult result;
     bool heard = false;
-    bool found = true;
-    for (unsigned int i = 0; i < channel_count && found && !heard; ++i) {
-        found = false;
-        GlintAudioLevelsResult result;
-        if (levels_worker->take_levels(connection_count, &result)) {
-            found = true;
-            levels_timer->start();
-            do_report_channel_peak(result.channel, result.levels);
-            if (GlintChannelMonitor *monitor = toMonitor(result.channel))
-                monitor->glint_peak_hold(result.hold);
-            heard = is_heard(result.channel, ChannelReportType::peak);
-        }
-        if (levels_worker->take_aux_levels(connection_count, &result)) {
-            found = true;
-            levels_timer->start();
-            do_report_channel_aux_audio_peak(result.channel, result.levels);
-            if (GlintChannelMonitor *monitor = toMonitor(result.channel))
-                monitor->glint_aux_peak_hold(result.hold);
-            heard |= is_heard(result.channel, ChannelReportType::aux_audio_peak);
-        }
-    }
+    auto const levels = [&] {
+        if (!levels_worker->take_levels(connection_count, &result))
+            return false;
+        levels_timer->start();
+        do_report_channel_peak(result.channel, result.levels);
+        if (GlintChannelMonitor *monitor = toMonitor(result.channel))
+            monitor->glint_peak_hold(result.hold);
+        heard |= is_heard(result.channel, ChannelReportType::peak);
+        return true;
+    };
+    auto const aux_levels = [&] {
+        if (!levels_worker->take_aux_levels(connection_count, &result))
+            return false;
+        levels_timer->start();
+        do_report_channel_aux_audio_peak(result.channel, result.levels);
+        if (GlintChannelMonitor *monitor = toMonitor(result.channel))
+            monitor->glint_aux_peak_hold(result.hold);
+        heard |= is_heard(result.channel, ChannelReportType::aux_audio_peak);
+        return true;
+    };
+    make_pass(heard, levels, aux_levels);
 }
 
 /// Of the parser or of a worker, whichever dropped last.
