@@ -335,13 +335,15 @@ def callback_groups_h(vocabulary):
 
 
 def _forwards(function, target, messages):
-    """A function for each message that does nothing but hand its arguments on."""
+    """A function for each message that does nothing but hand its arguments on.
+
+    The two names hold the message's in place of {}."""
     lines = []
     for message in messages:
         lines += [
-            join(f"void {function}{message.name}", arguments(message), ""),
+            join(f"void {function.format(message.name)}", arguments(message), ""),
             "{",
-            join(f"    {target}{message.name}", names(message), ";"),
+            join(f"    {target.format(message.name)}", names(message), ";"),
             "}",
             "",
         ]
@@ -364,7 +366,7 @@ def callback_groups_cpp(vocabulary):
             lines.append(f"    helper->{bind}<&{name}::send_{reply.name}>(&on_{reply.name});")
         lines += ["}", "", f"{name}::~{name}()", "{", "    helper->detach();", "}", ""]
         lines += [f"void {name}::addref() const", "{", "    helper->addref();", "}", ""]
-        lines += _forwards(f"{name}::send_", "Q_EMIT sig_", heard)
+        lines += _forwards(name + "::send_{}", "Q_EMIT sig_{}", heard)
     return text([
         banner("groups.tbl"),
         *include(f"{PROTOCOL}/callback_groups.h", f"{PROTOCOL}/callback_group_helper.h"),
@@ -413,7 +415,7 @@ def qt_forms_cpp(vocabulary):
             else:
                 lines.append(join(f"    cmd_{command.name}", form.values, ";"))
             lines += ["}", ""]
-    lines += _forwards("APIQt::do_report_", "Q_EMIT report_", vocabulary.reports.values())
+    lines += _forwards("APIQt::do_report_{}", "Q_EMIT report_{}", vocabulary.reports.values())
     return text([
         banner("commands.tbl and reports.tbl"),
         *include(f"{PROTOCOL}/api_qt.h", f"{PROTOCOL}/api_qt_impl_p.h"),
@@ -428,7 +430,8 @@ def qt_impl_members(vocabulary):
 
 
 def qt_impl_reports_cpp(vocabulary):
-    lines = _forwards("APIQtImpl::report_", "owner->do_report_", vocabulary.reports.values())
+    lines = _forwards("APIQtImpl::report_{}", "owner->do_report_{}",
+                      vocabulary.reports.values())
     return text([
         banner("reports.tbl"),
         *include(f"{PROTOCOL}/api_qt.h", f"{PROTOCOL}/api_qt_impl_p.h"),
@@ -462,14 +465,8 @@ def report_ahead_cpp(vocabulary):
         "}",
         "",
     ]
-    for report in _read_ahead(vocabulary):
-        lines += [
-            join(f"void ReportReader::report_{report.name}", arguments(report), ""),
-            "{",
-            join(f"    hold<&APIQtImpl::report_{report.name}>", names(report), ";"),
-            "}",
-            "",
-        ]
+    lines += _forwards("ReportReader::report_{}", "hold<&APIQtImpl::report_{}>",
+                       _read_ahead(vocabulary))
     return text([
         banner("reports.tbl"),
         *include(f"{PROTOCOL}/api_qt_impl_p.h", f"{PROTOCOL}/report_ahead_p.h",
