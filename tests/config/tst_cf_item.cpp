@@ -47,6 +47,15 @@ namespace {
 
 QString const panel = QStringLiteral("ControlPanel_ID0");
 
+/// What a widget shows as soon as it is bound.
+template <typename Binding, typename Widget>
+QString shown_at_once(BindingBench &b, QString const &item)
+{
+    Widget widget;
+    Binding const binding(b.model, item, &widget);
+    return widget.text();
+}
+
 } // namespace
 
 void TestCFItem::a_line_edit_shows_the_item_and_types_into_it()
@@ -64,9 +73,7 @@ void TestCFItem::a_line_edit_shows_the_item_and_types_into_it()
     QCOMPARE(b.item(panel)->get(), QStringLiteral("two"));
     QCOMPARE(b.committed("ControlPanel_ID0"), QStringLiteral("two"));
     QVERIFY(!b.model->have_changes());
-    QLineEdit second;
-    CFLineEdit late(b.model, panel, &second);
-    QCOMPARE(second.text(), QStringLiteral("two"));
+    QCOMPARE((shown_at_once<CFLineEdit, QLineEdit>(b, panel)), QStringLiteral("two"));
 }
 
 void TestCFItem::a_line_edit_writes_only_what_differs()
@@ -138,9 +145,7 @@ void TestCFItem::a_label_shows_the_item_and_saves_its_text()
     binding.save();
     QCOMPARE(b.item(path)->get(), QStringLiteral("/media/b"));
     QCOMPARE(b.committed("Channel_GrowingMxfExportPath0"), QStringLiteral("/media/b"));
-    QLabel second;
-    CFLabel late(b.model, path, &second);
-    QCOMPARE(second.text(), QStringLiteral("/media/b"));
+    QCOMPARE((shown_at_once<CFLabel, QLabel>(b, path)), QStringLiteral("/media/b"));
 }
 
 void TestCFItem::a_label_shows_what_looks_like_markup_as_it_is()

@@ -447,6 +447,20 @@ void choose(QComboBox *box, QString const &value)
     Q_EMIT box->activated(box->currentIndex());
 }
 
+/// The box of a setting, on its page, when all has been read; null if it does not show \a value.
+QComboBox *open_setting(DeskBench *desk, char const *name, char const *value)
+{
+    if (!desk->open() || !desk->window.show_page(QStringLiteral("Configuration")))
+        return nullptr;
+    auto *box = desk->window.findChild<QComboBox *>(QLatin1String(name));
+    auto const shown = [&] {
+        return box->currentData().toString() == QLatin1String(value)
+            && DeskBench::text(&desk->window, "configuration state")
+            == QLatin1String("All is as the server has it");
+    };
+    return box && QTest::qWaitFor(shown) ? box : nullptr;
+}
+
 QPushButton *button(DeskBench *desk, char const *text)
 {
     for (auto *one : desk->window.findChildren<QPushButton *>())
@@ -460,10 +474,8 @@ QPushButton *button(DeskBench *desk, char const *text)
 void TestDeskWindow::a_chosen_setting_waits_for_the_commit()
 {
     DeskBench desk;
-    QVERIFY(desk.open());
-    QVERIFY(desk.window.show_page(QStringLiteral("Configuration")));
-    auto *box = desk.window.findChild<QComboBox *>(QStringLiteral("VideoAspectRatio"));
-    QTRY_COMPARE(box->currentData().toString(), QStringLiteral("16x9"));
+    QComboBox *box = open_setting(&desk, "VideoAspectRatio", "16x9");
+    QVERIFY(box);
     QVERIFY(!button(&desk, "Commit")->isEnabled());
     choose(box, QStringLiteral("4x3"));
     QTRY_VERIFY(button(&desk, "Commit")->isEnabled());
@@ -480,10 +492,8 @@ void TestDeskWindow::a_chosen_setting_waits_for_the_commit()
 void TestDeskWindow::a_revert_takes_back_what_was_chosen()
 {
     DeskBench desk;
-    QVERIFY(desk.open());
-    QVERIFY(desk.window.show_page(QStringLiteral("Configuration")));
-    auto *box = desk.window.findChild<QComboBox *>(QStringLiteral("VideoAspectRatio"));
-    QTRY_COMPARE(box->currentData().toString(), QStringLiteral("16x9"));
+    QComboBox *box = open_setting(&desk, "VideoAspectRatio", "16x9");
+    QVERIFY(box);
     choose(box, QStringLiteral("4x3"));
     QTRY_VERIFY(button(&desk, "Revert")->isEnabled());
     QTest::mouseClick(button(&desk, "Revert"), Qt::LeftButton);
@@ -494,10 +504,8 @@ void TestDeskWindow::a_revert_takes_back_what_was_chosen()
 void TestDeskWindow::a_setting_that_goes_back_behind_a_refused_one_leaves_nothing_to_commit()
 {
     DeskBench desk;
-    QVERIFY(desk.open());
-    QVERIFY(desk.window.show_page(QStringLiteral("Configuration")));
-    auto *box = desk.window.findChild<QComboBox *>(QStringLiteral("VideoAspectRatio"));
-    QTRY_COMPARE(box->currentData().toString(), QStringLiteral("16x9"));
+    QComboBox *box = open_setting(&desk, "VideoAspectRatio", "16x9");
+    QVERIFY(box);
     auto const sent = [&] { return desk.server.counters().count("set_configuration"); };
     desk.server.fail_command("set_configuration", "not today");
     choose(box, QStringLiteral("4x3"));
@@ -517,10 +525,8 @@ void TestDeskWindow::a_setting_that_goes_back_behind_a_refused_one_leaves_nothin
 void TestDeskWindow::the_board_is_drawn_as_chosen()
 {
     DeskBench desk;
-    QVERIFY(desk.open());
-    QVERIFY(desk.window.show_page(QStringLiteral("Configuration")));
-    auto *box = desk.window.findChild<QComboBox *>(QStringLiteral("ChannelConfigurationSet2"));
-    QTRY_COMPARE(box->currentData().toString(), QStringLiteral("absent"));
+    QComboBox *box = open_setting(&desk, "ChannelConfigurationSet2", "absent");
+    QVERIFY(box);
     auto *picture = desk.window.findChild<BoardPicture *>();
     QImage const before = picture->grab().toImage();
     choose(box, QStringLiteral("VVVV"));

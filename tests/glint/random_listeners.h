@@ -32,8 +32,57 @@ public:
         , random(seed)
     {
     }
+    virtual ~RandomListeners() = default;
+
+    /// False if the bench has not come to rest.
+    bool step()
+    {
+        bool reached = true;
+        switch (below(12)) {
+        case 0:
+        case 1:
+        case 2:
+            listen_to_channel();
+            break;
+        case 3:
+        case 4:
+        case 5:
+            listen_to_output();
+            break;
+        case 6:
+        case 7:
+        case 8:
+            leave();
+            break;
+        case 9:
+            bench->ten_seconds_pass();
+            forget_the_gone();
+            break;
+        case 10:
+            reached = change_board();
+            break;
+        default:
+            // One that leaves and one that comes, while the connection goes.
+            leave();
+            listen_to_channel();
+            if (below(4) == 0)
+                reached = bench->reconnect();
+        }
+        reached = bench->settle() && reached;
+        has_settled();
+        return reached;
+    }
+    /// What the steps so far must have left registered.
+    virtual QSet<QString> must_be_registered() const = 0;
 
 protected:
+    virtual void listen_to_channel() = 0;
+    virtual void listen_to_output() = 0;
+    /// The event loop and the wire have come to rest.
+    virtual void has_settled() { }
+    /// The hub has looked who has left.
+    virtual void forget_the_gone() { }
+
     struct Listener
     {
         QMetaObject::Connection connection;
@@ -78,3 +127,17 @@ protected:
     QObject receiver;
     std::vector<Listener> listeners;
 };
+
+/// What is registered on the wire is what is listened to, whatever happens.
+template <typename Listeners> void compare_registrations(unsigned int seed, int steps)
+{
+    HubBench bench;
+    QVERIFY(bench.connect());
+    QVERIFY(bench.set_board("VVVV"));
+    Listeners listeners(&bench, seed);
+    for (int step = 0; step < steps; ++step) {
+        QVERIFY(listeners.step());
+        QTRY_COMPARE(bench.log.channels_registered(), listeners.must_be_registered());
+    }
+    QVERIFY(!bench.log.commands(QStringLiteral("channel_report_unregister")).isEmpty());
+}

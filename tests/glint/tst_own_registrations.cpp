@@ -9,10 +9,10 @@
 namespace {
 
 /// Those who listen to an application's own objects, and what must be registered for them.
-class Listeners : RandomListeners
+class OwnListeners : public RandomListeners
 {
 public:
-    Listeners(HubBench *of, unsigned int seed)
+    OwnListeners(HubBench *of, unsigned int seed)
         : RandomListeners(of, seed)
     {
         std::array<ChannelMonitor *, 12> all{};
@@ -25,38 +25,7 @@ public:
                 i, bench->hub->get_channel_config(), all.data(), 12);
     }
 
-    /// False if the bench has not come to rest.
-    bool step()
-    {
-        bool reached = true;
-        switch (below(10)) {
-        case 0:
-        case 1:
-        case 2:
-            listen_to_channel();
-            break;
-        case 3:
-        case 4:
-        case 5:
-            listen_to_output();
-            break;
-        case 6:
-        case 7:
-            leave();
-            break;
-        case 8:
-            reached = change_board();
-            break;
-        default:
-            // One that leaves and one that comes, while the connection goes.
-            leave();
-            listen_to_channel();
-            if (below(3) == 0)
-                reached = bench->reconnect();
-        }
-        return reached && bench->settle();
-    }
-    QSet<QString> must_be_registered() const
+    QSet<QString> must_be_registered() const override
     {
         QSet<QString> result;
         for (Listener const &listener : listeners)
@@ -65,14 +34,14 @@ public:
     }
 
 private:
-    void listen_to_channel()
+    void listen_to_channel() override
     {
         auto const &signal = any_of(OwnSignals<ChannelMonitor>::all());
         unsigned int const number = below(5);
         listeners.push_back({signal.connect(&channels[number], &receiver),
             {false, number, QString::fromLatin1(signal.report)}});
     }
-    void listen_to_output()
+    void listen_to_output() override
     {
         auto const &signal = any_of(OwnSignals<OutputMonitor>::all());
         unsigned int const number = below(outputs.size());
@@ -106,15 +75,7 @@ void TestOwnRegistrations::what_is_registered_is_what_is_listened_to_data()
 void TestOwnRegistrations::what_is_registered_is_what_is_listened_to()
 {
     QFETCH(unsigned int, seed);
-    HubBench bench;
-    QVERIFY(bench.connect());
-    QVERIFY(bench.set_board("VVVV"));
-    Listeners listeners(&bench, seed);
-    for (int step = 0; step < 100; ++step) {
-        QVERIFY(listeners.step());
-        QTRY_COMPARE(bench.log.channels_registered(), listeners.must_be_registered());
-    }
-    QVERIFY(!bench.log.commands(QStringLiteral("channel_report_unregister")).isEmpty());
+    compare_registrations<OwnListeners>(seed, 100);
 }
 
 QTEST_GUILESS_MAIN(TestOwnRegistrations)
