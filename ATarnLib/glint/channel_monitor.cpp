@@ -67,6 +67,14 @@ ChannelMonitor::ChannelMonitor(QObject *parent)
 {
 }
 
+ChannelMonitor::~ChannelMonitor()
+{
+    // Those who listen still are connected here, and hear nothing any more.
+    for (int report = 0; report < 12; ++report)
+        if (registered.test(std::size_t(report)))
+            give_up(static_cast<ChannelReportType>(report));
+}
+
 void ChannelMonitor::config(Glint *hub, Channel number)
 {
     config_api(hub);
@@ -162,6 +170,7 @@ void ChannelMonitor::connected()
 void ChannelMonitor::disconnected()
 {
     lost = true;
+    registered.reset();
     clear_all_values();
 }
 
@@ -186,15 +195,24 @@ bool ChannelMonitor::has_receiver(ChannelReportType report) const
 
 void ChannelMonitor::register_report(ChannelReportType report)
 {
-    if (api && channel && api->is_connected())
+    if (api && channel && api->is_connected()) {
+        registered.set(std::size_t(report));
         api->cmd_channel_report_register(*channel, report);
-    else if (report == ChannelReportType::timecode)
+    } else if (report == ChannelReportType::timecode) {
         reemit_timecode();
+    }
 }
 
 /// A report may have other listeners, by another of its signals.
 void ChannelMonitor::unregister_report(ChannelReportType report)
 {
-    if (api && channel && api->is_connected() && !has_receiver(report))
+    if (!has_receiver(report))
+        give_up(report);
+}
+
+void ChannelMonitor::give_up(ChannelReportType report)
+{
+    registered.reset(std::size_t(report));
+    if (api && channel && api->is_connected())
         api->cmd_channel_report_unregister(*channel, report);
 }

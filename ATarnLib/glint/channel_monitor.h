@@ -10,6 +10,8 @@
 #include <QPointer>
 #include <QString>
 
+#include <bitset>
+
 class Glint;
 
 /// The live state of one channel as an object of the application, which gives it a hub and a
@@ -18,15 +20,18 @@ class Glint;
 /// values go back to their defaults, so that a display goes blank.
 ///
 /// `GlintChannelMonitor` does the same for those who need no object of their own. A registration is
-/// the connection's: when one object gives a report up, that ends for every other object of the
-/// channel and for the hub's own. So a channel is best shown by one of them.
-/// Thread: the hub's; `timecode_use_add` and `timecode_use_remove` may be called from any.
+/// the connection's: when one object gives a report up, with its last listener or at its own end,
+/// that ends for every other object of the channel and for the hub's own. So a channel is best
+/// shown by one of them. Thread: the hub's; `timecode_use_add` and `timecode_use_remove` may be
+/// called from any.
 class TARN_EXPORT ChannelMonitor : public ASignalMonitor
 {
     Q_OBJECT
 
 public:
     explicit ChannelMonitor(QObject *parent = nullptr);
+    /// Unregisters what it has registered, listened to or not.
+    ~ChannelMonitor() override;
 
     /// \name What to show
     /// Each may be called again with the same, which changes nothing; with another one it is an
@@ -253,6 +258,7 @@ private:
     bool has_receiver(VCTP3::ChannelReportType report) const;
     void register_report(VCTP3::ChannelReportType report);
     void unregister_report(VCTP3::ChannelReportType report);
+    void give_up(VCTP3::ChannelReportType report);
     void set_timecodes(
         unsigned int position, Corvane::ATimecode const &display, Corvane::ATimecode const &input);
     void emit_channel_information();
@@ -262,6 +268,7 @@ private:
     AOption<VCTP3::Channel> channel;
     AtomicUnsigned timecode_uses;
     bool lost = false; // the connection, and there is no other yet
+    std::bitset<12> registered; // by this object, on the present connection
 
     VCTP3::ChannelStatus status = VCTP3::ChannelStatus::idle;
     QString clipid;

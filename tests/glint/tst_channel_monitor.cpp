@@ -92,6 +92,10 @@ private Q_SLOTS:
     void a_report_stays_while_another_of_its_signals_is_listened_to_data();
     void a_report_stays_while_another_of_its_signals_is_listened_to();
     void two_objects_of_a_channel_share_its_registrations();
+    void an_object_that_goes_unregisters_what_it_registered();
+    void an_object_that_goes_leaves_alone_what_it_did_not_register();
+    void an_object_that_goes_unregisters_a_use_of_timecode_too();
+    void an_object_may_go_behind_the_connection_and_the_hub();
     void a_connection_registers_in_report_order();
     void is_registered_when_configured_while_connected();
     void timecodes_are_emitted_again_while_unconnected();
@@ -246,6 +250,84 @@ void TestChannelMonitor::two_objects_of_a_channel_share_its_registrations()
     QCOMPARE(speeds, QList<int>{0});
     disconnect(leaving);
     QTRY_VERIFY(!bench.log.registered().contains(QStringLiteral("B speed")));
+}
+
+void TestChannelMonitor::an_object_that_goes_unregisters_what_it_registered()
+{
+    HubBench bench;
+    auto monitor = std::make_unique<ChannelMonitor>();
+    monitor->config(bench.hub.get(), Channel::B);
+    QVERIFY(bench.connect());
+    QStringList expected;
+    for (int report = 0; report < 12; ++report)
+        expected.append(
+            unregistered(VCTP3::ChannelReportType_to_string(VCTP3::ChannelReportType(report))
+                             .to_string()
+                             .c_str()));
+    for (Signal const &signal : signal_table())
+        signal.connect(monitor.get(), this);
+    QVERIFY(bench.sync());
+    QCOMPARE(bench.log.channels_registered().size(), 12);
+    bench.log.take();
+    monitor.reset();
+    QVERIFY(bench.sync());
+    QCOMPARE(bench.log.channel_reports(), expected);
+}
+
+void TestChannelMonitor::an_object_that_goes_leaves_alone_what_it_did_not_register()
+{
+    MonitorBench bench;
+    auto other = std::make_unique<ChannelMonitor>();
+    other->config(bench.hub.get(), Channel::B);
+    QVERIFY(bench.connect());
+    connect(&bench.monitor, &ChannelMonitor::sig_speed, this, [] {});
+    connect(other.get(), &ChannelMonitor::sig_clipid, this, [] {});
+    auto const left = connect(other.get(), &ChannelMonitor::sig_status, this, [] {});
+    disconnect(left);
+    QTRY_COMPARE(bench.log.channels_registered(),
+        (QSet<QString>{QStringLiteral("B speed"), QStringLiteral("B clipid")}));
+    bench.log.take();
+    other.reset();
+    QVERIFY(bench.sync());
+    QCOMPARE(bench.log.channel_reports(), QStringList(unregistered("clipid")));
+}
+
+void TestChannelMonitor::an_object_that_goes_unregisters_a_use_of_timecode_too()
+{
+    HubBench bench;
+    auto monitor = std::make_unique<ChannelMonitor>();
+    monitor->config(bench.hub.get(), Channel::B);
+    QVERIFY(bench.connect());
+    monitor->timecode_use_add();
+    monitor->timecode_use_remove();
+    QVERIFY(bench.sync());
+    QCOMPARE(bench.log.channels_registered(), QSet<QString>{QStringLiteral("B timecode")});
+    monitor.reset();
+    QVERIFY(bench.sync());
+    QCOMPARE(bench.log.channels_registered(), QSet<QString>());
+}
+
+void TestChannelMonitor::an_object_may_go_behind_the_connection_and_the_hub()
+{
+    HubBench bench;
+    auto first = std::make_unique<ChannelMonitor>();
+    auto second = std::make_unique<ChannelMonitor>();
+    for (ChannelMonitor *monitor : {first.get(), second.get()}) {
+        monitor->config(bench.hub.get(), Channel::B);
+        connect(monitor, &ChannelMonitor::sig_speed, this, [] {});
+    }
+    QVERIFY(bench.connect());
+    bench.server.stop();
+    QTRY_VERIFY(!bench.hub->is_connected());
+    bench.log.take();
+    first.reset();
+    bench.server.restart(VeskState::keep);
+    QTRY_VERIFY(bench.hub->is_connected());
+    QVERIFY(bench.sync());
+    QCOMPARE(bench.log.channel_reports(), QStringList(registered("speed")));
+    bench.hub.reset();
+    second.reset();
+    QCOMPARE(bench.log.channel_reports(), QStringList(registered("speed")));
 }
 
 void TestChannelMonitor::a_connection_registers_in_report_order()

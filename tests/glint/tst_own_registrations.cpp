@@ -30,14 +30,18 @@ public:
         QSet<QString> result;
         for (Listener const &listener : listeners)
             add_registration(listener.wish, &result);
+        for (ReportWish const &wish : guest_wishes)
+            add_registration(wish, &result);
         return result;
     }
 
 private:
     void listen_to_channel() override
     {
+        unsigned int const number = below(6);
+        if (number == 5)
+            return change_guest();
         auto const &signal = any_of(OwnSignals<ChannelMonitor>::all());
-        unsigned int const number = below(5);
         listeners.push_back({signal.connect(&channels[number], &receiver),
             {false, number, QString::fromLatin1(signal.report)}});
     }
@@ -49,7 +53,26 @@ private:
             {true, number, QString::fromLatin1(signal.report)}});
     }
 
+    /// Destroys the object that came last while it is listened to. Another one may come.
+    void change_guest()
+    {
+        guest.reset();
+        guest_wishes.clear();
+        if (below(3) == 0)
+            return;
+        guest = std::make_unique<ChannelMonitor>();
+        unsigned int const number = 12 + below(3);
+        guest->config(bench->hub.get(), static_cast<VCTP3::Channel>(number));
+        for (int listener = 0; listener < 3; ++listener) {
+            auto const &signal = any_of(OwnSignals<ChannelMonitor>::all());
+            signal.connect(guest.get(), &receiver);
+            guest_wishes.push_back({false, number, QString::fromLatin1(signal.report)});
+        }
+    }
+
     std::array<ChannelMonitor, 12> channels;
+    std::unique_ptr<ChannelMonitor> guest;
+    std::vector<ReportWish> guest_wishes;
     std::array<std::unique_ptr<OutputMonitor>, 4> outputs;
 };
 
