@@ -94,6 +94,12 @@ void Session::dial_by_hub(QHostAddress const &address)
     own_hub->stay_connected();
 }
 
+/// What the library fails for a lost connection comes behind its end.
+bool Session::is_server_error() const
+{
+    return server_error && connection->is_connected();
+}
+
 void Session::finish(ExitCode code)
 {
     if (over)

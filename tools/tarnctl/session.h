@@ -45,7 +45,7 @@ public:
     void set_reconnect() { reconnecting = true; }
     /// Whether the message that is being delivered is an `error` of the server, and not one that
     /// the library made because the connection was lost.
-    bool is_server_error() const { return server_error; }
+    bool is_server_error() const;
 
     /// Ends the event loop. Only the first call counts.
     void finish(ExitCode code);
