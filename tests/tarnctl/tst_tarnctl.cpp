@@ -25,6 +25,7 @@ private Q_SLOTS:
     void ends_with_3_at_once_when_it_is_refused();
     void ends_with_3_for_a_name_that_is_none();
     void ends_with_3_when_the_connection_is_lost();
+    void ends_with_3_when_the_connection_is_lost_behind_an_error();
     void ends_with_3_when_the_server_talks_nonsense();
     void ends_with_4_when_nobody_answers();
     void ends_with_4_when_the_answer_stops_in_the_middle();
@@ -77,9 +78,12 @@ void TestTarnctl::ends_with_1_when_the_server_answers_an_error()
 void TestTarnctl::ends_with_2_before_anything_is_sent_data()
 {
     QTest::addColumn<QString>("error");
-    auto const row = [](char const *line, char const *error) {
+    auto const row = [](char const *line, QByteArray const &error) {
         QTest::newRow(line) << QString::fromUtf8(error);
     };
+    QByteArray const channels
+        = "A, B, C, D, E, F, G, H, I, J, K, L, M, N, O, P, Q, R, S, T, U, V, W, X, Y, Z, AA, AB, "
+          "AC, AD, AE, AF, AG, AH, AI, AJ, AK, AL, AM, AN";
     row("",
         "VERB is missing: expected one of call, watch, monitor, status, outputs, tally, alerts, "
         "health, "
@@ -116,9 +120,8 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
         "Angle is given twice: expected once, a number from 0 to 255");
     row("call gang_stop ChannelSet=A",
         "bad value for ChannelSet: no JSON: expected a value (texts stand in double quotes) at "
-        "character 1; expected a JSON array of at most 40 Channel, each one of A, B, C, D, E, F, "
-        "G, H, I, J, K, L, M, N, O, P, Q, R, S, T, U, V, W, X, Y, Z, AA, AB, AC, AD, AE, AF, AG, "
-        "AH, AI, AJ, AK, AL, AM, AN");
+        "character 1; expected a JSON array of at most 40 Channel, each one of "
+            + channels);
     row("play", "CHANNELS is missing");
     row("play a", "bad channels 'a': expected a list such as A-D,F of A to AN");
     row("play A fast", "bad value 'fast' for SPEED: expected a factor such as 0.5 or -1X");
@@ -129,11 +132,13 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
     row("stop A-", "bad channels 'A-': expected a list such as A-D,F of A to AN");
     row("cue", "CHANNEL is missing");
     row("cue A", "CLIP is missing");
-    row("cue A clip x", "bad value 'x' for GotoPosition: expected a number from 0 to 4294967295");
+    row("cue A-B clip", "bad value 'A-B' for CHANNEL: expected one of " + channels);
+    row("cue A clip x", "bad value 'x' for POSITION: expected a number from 0 to 4294967295");
     row("record", "CHANNEL is missing");
     row("record A", "CLIP is missing");
+    row("record 1 clip", "bad value '1' for CHANNEL: expected one of " + channels);
     row("record A clip --length x",
-        "bad value 'x' for ClipLength: expected a number from 0 to 4294967295");
+        "bad value 'x' for --length: expected a number from 0 to 4294967295");
     row("watch more", "'more' is too much");
     row("watch --channels A-", "bad channels 'A-': expected a list such as A-D,F of A to AN");
     row("watch --reports status,bogus", "no report 'bogus': 'tarnctl watch --help' lists them");
@@ -238,6 +243,27 @@ void TestTarnctl::ends_with_3_when_the_connection_is_lost()
             .arg(server->address().toString()));
     QCOMPARE(run.out, QString());
     QCOMPARE(run.code, 3);
+}
+
+void TestTarnctl::ends_with_3_when_the_connection_is_lost_behind_an_error()
+{
+    server->stay_silent(true);
+    QProcess process;
+    process.start(QStringLiteral(TARNCTL_PROGRAM),
+        words("call sync --trace --server") << server->address().toString());
+    QTRY_COMPARE(server->counters().count("sync"), 1U);
+    // It answers another command than the one that then fails for the lost connection.
+    server->say("<reply><xid>0</xid><error><ErrorMessage>no</ErrorMessage><ErrorCode>general"
+                "</ErrorCode></error></reply>");
+    QByteArray errors;
+    QTRY_VERIFY((errors += process.readAllStandardError(), errors.contains("<- <reply>")));
+    server->drop_connections();
+    QVERIFY(process.waitForFinished(20000));
+    errors += process.readAllStandardError();
+    QVERIFY2(errors.endsWith(
+                 "the connection to " + server->address().toString().toLatin1() + " was lost\n"),
+        errors.constData());
+    QCOMPARE(process.exitCode(), 3);
 }
 
 void TestTarnctl::ends_with_3_when_the_server_talks_nonsense()

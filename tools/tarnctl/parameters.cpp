@@ -133,9 +133,9 @@ private:
 
 } // namespace
 
-bool read_argument(FieldInfo const &field, QString const &text, XMLTree *out, QString *error)
+bool read_argument(
+    FieldInfo const &field, QString const &text, QString const &name, XMLTree *out, QString *error)
 {
-    QString const name = QLatin1String(field.element);
     JsonValue value = JsonValue::text(text);
     QString reason;
     if (field.type->structured() && !read_json(text, &value, &reason)) {

@@ -14,7 +14,13 @@ namespace TarnCtl {
 /// Makes the element that a person's text stands for: a leaf from its wire form, anything else
 /// from JSON with element names as keys. Each value is tried with the library's own reader. On
 /// failure: false, *out untouched; *error names the place, the value and what would be accepted.
-bool read_argument(FieldInfo const &field, QString const &text, XMLTree *out, QString *error);
+/// \a name: what people call it who do not type the element's own name.
+bool read_argument(
+    FieldInfo const &field, QString const &text, QString const &name, XMLTree *out, QString *error);
+inline bool read_argument(FieldInfo const &field, QString const &text, XMLTree *out, QString *error)
+{
+    return read_argument(field, text, QLatin1String(field.element), out, error);
+}
 
 /// The parameters of one command, read from ELEMENT=VALUE arguments.
 class Parameters

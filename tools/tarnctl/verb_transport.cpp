@@ -25,6 +25,17 @@ bool choose(char const *single, char const *gang, QString const &channels, Chann
     return true;
 }
 
+/// Whether what was typed suits that element of the command. If not, *error calls it \a name, as
+/// the usage of the verb does.
+bool suits(char const *command, char const *element, QString const &typed, char const *name,
+    QString *error)
+{
+    FieldInfo const *const field
+        = find_field(find_command(QLatin1String(command))->parameters, QLatin1String(element));
+    XMLTree unused;
+    return A_ASSERT(field) && read_argument(*field, typed, QLatin1String(name), &unused, error);
+}
+
 class PlayVerb : public Verb
 {
 public:
@@ -44,11 +55,8 @@ private:
     static bool add_speed(QString const &typed, QStringList *arguments, QString *error)
     {
         QString const factor = typed.endsWith(u'X') ? typed : typed + u'X';
-        FieldInfo const &field = *find_field(
-            find_command(QStringLiteral("play"))->parameters, QStringLiteral("Speed"));
-        XMLTree unused;
         // A lone X is a speed of 0 to the library, and hardly meant.
-        if (factor.size() > 1 && read_argument(field, factor, &unused, error)) {
+        if (factor.size() > 1 && suits("play", "Speed", factor, "SPEED", error)) {
             *arguments << argument("Speed", factor);
             return true;
         }
@@ -74,10 +82,15 @@ class CueVerb : public Verb
 public:
     bool prepare(CommandLine const &line, QString *error) override
     {
+        if (!suits("cue_clip", "Channel", line.words[0], "CHANNEL", error))
+            return false;
         QStringList arguments{
             argument("Channel", line.words[0]), argument("ClipID", line.words[1])};
-        if (line.words.size() > 2)
+        if (line.words.size() > 2) {
+            if (!suits("cue_clip", "GotoPosition", line.words[2], "POSITION", error))
+                return false;
             arguments << argument("GotoPosition", line.words[2]);
+        }
         return add_call("cue_clip", arguments, error);
     }
 };
@@ -87,11 +100,16 @@ class RecordVerb : public Verb
 public:
     bool prepare(CommandLine const &line, QString *error) override
     {
+        if (!suits("create_clip", "Channel", line.words[0], "CHANNEL", error))
+            return false;
         QString const channel = argument("Channel", line.words[0]);
         QStringList arguments{channel, argument("ClipID", line.words[1]),
             QStringLiteral("TrackSet=[\"video\",\"audio\"]")};
-        if (line.has("length"))
+        if (line.has("length")) {
+            if (!suits("create_clip", "ClipLength", line.value("length"), "--length", error))
+                return false;
             arguments << argument("ClipLength", line.value("length"));
+        }
         // A clip that is created on a channel is armed there, and play begins the recording.
         return add_call("create_clip", arguments, error) && add_call("play", {channel}, error);
     }
