@@ -289,7 +289,9 @@ void Story::step(QString const &title, bool (Story::*body)())
     }
     bool const seen = (this->*body)();
     print(seen ? QStringLiteral("seen") : QStringLiteral("NOT SEEN"));
-    if (!seen)
+    if (seen)
+        ++steps_seen;
+    else
         failed.append(title);
 }
 
@@ -304,7 +306,7 @@ void Story::table()
         out << QStringLiteral("  %1 %2").arg(QLatin1String(name), -44).arg(value) << Qt::endl;
     };
     out << Qt::endl << QStringLiteral("What was seen") << Qt::endl;
-    row("steps", QStringLiteral("%1 of %2").arg(steps - failed.size()).arg(steps));
+    row("steps", QStringLiteral("%1 of %2").arg(steps_seen).arg(steps));
     row("round trip, median", QStringLiteral("%1 us").arg(trip_median_us, 0, 'f', 0));
     row("round trip, 99 of 100 within", QStringLiteral("%1 us").arg(trip_worst_us, 0, 'f', 0));
     row("reports per second, four channels",

@@ -61,7 +61,8 @@ private:
     QStringList clips;
     quint64 reports = 0;
     int steps = 0;
-    QStringList failed;
+    int steps_seen = 0;
+    QStringList failed; // at most one: what follows is left out
 
     QElapsedTimer listening_again;
     double trip_median_us = 0;
