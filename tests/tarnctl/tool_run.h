@@ -55,17 +55,22 @@ inline ToolRun run_text(QHostAddress const &server, QStringList const &arguments
     return run_tool(QStringList{QStringLiteral("--server"), server.toString()} + arguments);
 }
 
-/// Runs the program under a shell that redirects its streams.
-inline ToolRun run_redirected(QString const &arguments, QString const &redirection)
+/// Runs a line of a shell, in which "$0" is the program.
+inline ToolRun run_shell(QString const &line)
 {
     QProcess shell;
-    shell.start(QStringLiteral("sh"),
-        {QStringLiteral("-c"), QStringLiteral("exec \"$0\" %1 %2").arg(arguments, redirection),
-            QStringLiteral(TARNCTL_PROGRAM)});
+    shell.start(
+        QStringLiteral("sh"), {QStringLiteral("-c"), line, QStringLiteral(TARNCTL_PROGRAM)});
     ToolRun run;
     if (shell.waitForFinished(25000) && shell.exitStatus() == QProcess::NormalExit)
         run.code = shell.exitCode();
     run.out = QString::fromUtf8(shell.readAllStandardOutput());
     run.err = QString::fromUtf8(shell.readAllStandardError());
     return run;
+}
+
+/// Runs the program under a shell that redirects its streams.
+inline ToolRun run_redirected(QString const &arguments, QString const &redirection)
+{
+    return run_shell(QStringLiteral("exec \"$0\" %1 %2").arg(arguments, redirection));
 }

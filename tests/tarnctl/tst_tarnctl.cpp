@@ -22,6 +22,8 @@ private Q_SLOTS:
     void ends_with_1_when_the_server_answers_an_error();
     void ends_with_2_before_anything_is_sent_data();
     void ends_with_2_before_anything_is_sent();
+    void refuses_words_that_are_no_utf8_data();
+    void refuses_words_that_are_no_utf8();
     void ends_with_3_at_once_when_it_is_refused();
     void ends_with_3_for_a_name_that_is_none();
     void ends_with_3_when_the_connection_is_lost();
@@ -126,6 +128,8 @@ void TestTarnctl::ends_with_2_before_anything_is_sent_data()
     row("play a", "bad channels 'a': expected a list such as A-D,F of A to AN");
     row("play A fast", "bad value 'fast' for SPEED: expected a factor such as 0.5 or -1X");
     row("play A X", "bad value 'X' for SPEED: expected a factor such as 0.5 or -1X");
+    row("play A -", "bad value '-' for SPEED: expected a factor such as 0.5 or -1X");
+    row("play A -X", "bad value '-X' for SPEED: expected a factor such as 0.5 or -1X");
     row("play A 1XX", "bad value '1XX' for SPEED: expected a factor such as 0.5 or -1X");
     row("play A 1X more", "'more' is too much");
     row("stop", "CHANNELS is missing");
@@ -211,6 +215,28 @@ void TestTarnctl::ends_with_2_before_anything_is_sent()
     QCOMPARE(run.err.section(u'\n', 0, 0), QStringLiteral("tarnctl: ") + error);
     QVERIFY(run.err.contains(QStringLiteral("\nusage: tarnctl ")));
     QCOMPARE(run.out, QString());
+    QCOMPARE(run.code, 2);
+    QCOMPARE(server->counters().connections, 0U);
+}
+
+void TestTarnctl::refuses_words_that_are_no_utf8_data()
+{
+    QTest::addColumn<QString>("word");
+    QTest::newRow("no start") << QStringLiteral("a\\377b");
+    QTest::newRow("cut off") << QStringLiteral("a\\303");
+    QTest::newRow("surrogate") << QStringLiteral("\\355\\240\\200");
+}
+
+void TestTarnctl::refuses_words_that_are_no_utf8()
+{
+    QFETCH(QString, word);
+    ToolRun const run = run_redirected(
+        QStringLiteral("--server %1 call debug_label DebugString=\"$(printf '%2')\"")
+            .arg(server->address().toString(), word),
+        QString());
+    QVERIFY2(run.err.startsWith(QStringLiteral("tarnctl: 'DebugString=")), qPrintable(run.err));
+    QVERIFY2(
+        run.err.contains(QStringLiteral("' is no UTF-8\nusage: tarnctl ")), qPrintable(run.err));
     QCOMPARE(run.code, 2);
     QCOMPARE(server->counters().connections, 0U);
 }

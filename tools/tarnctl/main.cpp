@@ -5,6 +5,7 @@
 #include "tools/tarnctl/verbs.h"
 
 #include <QCoreApplication>
+#include <QStringDecoder>
 #include <QTimer>
 
 #include <cstdio>
@@ -94,6 +95,27 @@ int run(QStringList const &arguments)
     return words.isEmpty() ? int(ExitCode::Done) : tell(words.join(u'\n'));
 }
 
+/// Texts of the protocol are UTF-8, and what is none would arrive as something else.
+bool is_utf8(char const *word)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString const text = decoder(word);
+    return !decoder.hasError();
+}
+
+/// The words behind the program's name.
+int run(char const *const *words)
+{
+    QStringList arguments;
+    for (; *words; ++words) {
+        arguments << QString::fromUtf8(*words);
+        if (!is_utf8(*words))
+            return usage_error(
+                CommandLine(), QStringLiteral("'%1' is no UTF-8").arg(arguments.last()));
+    }
+    return run(arguments);
+}
+
 } // namespace
 } // namespace TarnCtl
 
@@ -107,5 +129,5 @@ int main(int argc, char **argv)
         return int(TarnCtl::ExitCode::NoOutput);
     }
     QCoreApplication app(argc, argv);
-    return TarnCtl::run(QCoreApplication::arguments().mid(1));
+    return TarnCtl::run(argc > 0 ? argv + 1 : argv);
 }

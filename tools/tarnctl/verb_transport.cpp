@@ -2,6 +2,8 @@
 #include "tools/tarnctl/verb.h"
 #include "tools/tarnctl/verbs.h"
 
+#include <algorithm>
+
 namespace TarnCtl {
 namespace {
 
@@ -55,8 +57,10 @@ private:
     static bool add_speed(QString const &typed, QStringList *arguments, QString *error)
     {
         QString const factor = typed.endsWith(u'X') ? typed : typed + u'X';
-        // A lone X is a speed of 0 to the library, and hardly meant.
-        if (factor.size() > 1 && suits("play", "Speed", factor, "SPEED", error)) {
+        // Without a digit it is a speed of 0 to the library, and hardly meant.
+        bool const has_digit = std::any_of(
+            typed.begin(), typed.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+        if (has_digit && suits("play", "Speed", factor, "SPEED", error)) {
             *arguments << argument("Speed", factor);
             return true;
         }
