@@ -35,6 +35,7 @@ private Q_SLOTS:
     void prints_aligned_lines_for_people();
     void names_channels_beyond_z();
     void ends_after_a_time();
+    void ends_when_its_reader_goes_while_nothing_happens();
     void ends_with_0_by_an_interrupt_data();
     void ends_with_0_by_an_interrupt();
     void ends_quietly_when_its_reader_has_gone();
@@ -291,6 +292,15 @@ void TestTarnctlMonitor::ends_after_a_time()
         = run_json(address, words("monitor --channels A --signals status --for 2.5 --timeout 2"));
     QCOMPARE(run.err, QString());
     QCOMPARE(run.code, 0);
+    QCOMPARE(run.lines().size(), 1);
+}
+
+void TestTarnctlMonitor::ends_when_its_reader_goes_while_nothing_happens()
+{
+    ToolRun const run = run_shell(QStringLiteral(
+        "{ \"$0\" --server %1 monitor --channels A --signals status; echo $? >&2; } | head -n 1")
+                                      .arg(address.toString()));
+    QCOMPARE(run.err, QStringLiteral("0\n"));
     QCOMPARE(run.lines().size(), 1);
 }
 

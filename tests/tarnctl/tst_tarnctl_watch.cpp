@@ -29,6 +29,7 @@ private Q_SLOTS:
     void prints_aligned_lines_for_people();
     void ends_after_a_number_of_reports();
     void ends_after_a_time();
+    void ends_when_its_reader_goes_while_nothing_happens();
     void ends_with_0_by_an_interrupt_data();
     void ends_with_0_by_an_interrupt();
     void ends_with_3_when_the_connection_is_lost();
@@ -194,6 +195,15 @@ void TestTarnctlWatch::ends_after_a_time()
     start(words("watch --reports alerts --for 0.4 --timeout 0.3"), "reports_register");
     QCOMPARE(process->end_code(), 0);
     QCOMPARE(process->readAllStandardError(), QByteArray());
+}
+
+void TestTarnctlWatch::ends_when_its_reader_goes_while_nothing_happens()
+{
+    ToolRun const run = run_shell(QStringLiteral(
+        "{ \"$0\" --server %1 watch --channels A --reports status; echo $? >&2; } | head -n 1")
+                                      .arg(address.toString()));
+    QCOMPARE(run.err, QStringLiteral("0\n"));
+    QCOMPARE(run.lines().size(), 1);
 }
 
 void TestTarnctlWatch::ends_with_0_by_an_interrupt_data()

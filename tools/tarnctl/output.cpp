@@ -3,10 +3,13 @@
 
 #include "tools/tarnctl/text_form.h"
 
+#include <QSocketNotifier>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace TarnCtl {
@@ -35,6 +38,20 @@ void Output::json_line(JsonValue const &value)
 void Output::text(QString const &lines)
 {
     write_line(lines.toUtf8());
+}
+
+void Output::follow_reader()
+{
+    struct stat about = {};
+    if (reader || ::fstat(STDOUT_FILENO, &about) != 0 || !S_ISFIFO(about.st_mode))
+        return;
+    // What a pipe tells its writer besides that there is room is that it has no reader.
+    reader = new QSocketNotifier(STDOUT_FILENO, QSocketNotifier::Exception, this);
+    connect(reader, &QSocketNotifier::activated, this, [this] {
+        reader->setEnabled(false);
+        if (!failed)
+            fail(EPIPE);
+    });
 }
 
 void Output::write_line(QByteArray const &line)

@@ -6,6 +6,8 @@
 
 #include <QObject>
 
+class QSocketNotifier;
+
 namespace TarnCtl {
 
 /// Standard output, flushed with each line since scripts read through pipes.
@@ -28,6 +30,9 @@ public:
     void report(JsonValue const &message);
     void json_line(JsonValue const &value);
     void text(QString const &lines);
+    /// From now on it is noticed at once, not with the next line, that nobody reads any more. For
+    /// pipes only; that of a terminal ends the program by a signal.
+    void follow_reader();
 
 Q_SIGNALS:
     /// Once, when nobody reads any more or the disk is full; what follows is not written. Why has
@@ -39,6 +44,7 @@ private:
     void fail(int error_number);
 
     bool const json;
+    QSocketNotifier *reader = nullptr;
     bool failed = false;
 };
 

@@ -70,8 +70,9 @@ void Verb::done()
     session().finish(ExitCode::Done);
 }
 
-void Verb::end_by_interrupt()
+void Verb::end_when_unwanted()
 {
+    output().follow_reader();
     auto *const interrupt = new QuitSignal(this);
     connect(interrupt, &QuitSignal::sig_quit, this, [this] { session().finish(ExitCode::Done); });
 }

@@ -41,8 +41,9 @@ protected:
     /// The last command is answered. Ends the program.
     virtual void done();
 
-    /// Ends the program when a person or a script has had enough.
-    void end_by_interrupt();
+    /// Ends the program when a person or a script has had enough: by an interrupt, or by reading no
+    /// more.
+    void end_when_unwanted();
     /// Ends the program after that time; never for 0.
     void end_after(int ms);
 

@@ -42,7 +42,7 @@ protected:
     void begin() override
     {
         session().set_reconnect();
-        end_by_interrupt();
+        end_when_unwanted();
         if (channels.empty())
             channels = server_channels();
         for (VCTP3::Channel const channel : channels) {

@@ -36,7 +36,7 @@ void WatchingVerb::begin()
     if (reconnect)
         session().set_reconnect();
     hear_reports(&session().api(), this, [this](JsonValue const &report) { got_report(report); });
-    end_by_interrupt();
+    end_when_unwanted();
 }
 
 void WatchingVerb::done()
