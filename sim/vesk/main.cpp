@@ -175,9 +175,18 @@ void end_on_signals()
     ::sigaction(SIGINT, &action, nullptr);
 }
 
+/// With control characters as JSON escapes them: a message is one line, and none of its texts may
+/// steer a terminal.
 void print_line(QByteArray const &line)
 {
-    std::fprintf(stderr, "%s\n", line.constData());
+    QString visible;
+    for (QChar const c : QString::fromUtf8(line)) {
+        bool const is_control = c < QChar(u' ') || (c >= QChar(0x7f) && c < QChar(0xa0));
+        visible += is_control
+            ? QStringLiteral("\\u%1").arg(int(c.unicode()), 4, 16, QLatin1Char('0'))
+            : QString(c);
+    }
+    std::fprintf(stderr, "%s\n", visible.toUtf8().constData());
 }
 
 int serve(Arguments const &arguments)

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void makes_a_storm_data();
     void makes_a_storm();
     void traces_on_standard_error();
+    void traces_each_message_as_one_visible_line();
 };
 
 namespace {
@@ -222,6 +223,19 @@ void TestVeskProgram::traces_on_standard_error()
     QTRY_VERIFY((error += program.process.readAllStandardError())
                     .contains("#1 > <reply><xid>1</xid><ok /></reply>\n"));
     QVERIFY(error.contains("#1 < <cmd><xid>1</xid><sync /></cmd>\n"));
+}
+
+void TestVeskProgram::traces_each_message_as_one_visible_line()
+{
+    Program program({QStringLiteral("--trace"), QStringLiteral("--empty")});
+    WirePeer peer(program.address);
+    peer.call("<debug_label>\n<DebugString>a\nb\x1b[31m\xc2\x9b\x7f\xc3\xa4</DebugString>"
+              "</debug_label>");
+    QByteArray error;
+    QTRY_VERIFY((error += program.process.readAllStandardError()).contains("#1 > "));
+    QCOMPARE(error.left(error.indexOf('\n')),
+        QByteArray("#1 < <cmd><xid>1</xid><debug_label><DebugString>a\\u000ab\\u001b[31m\\u009b"
+                   "\\u007f\xc3\xa4</DebugString></debug_label></cmd>"));
 }
 
 QTEST_GUILESS_MAIN(TestVeskProgram)
