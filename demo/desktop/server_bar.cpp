@@ -98,17 +98,11 @@ void ServerBar::show_link()
     standard->setEnabled(link->is_live());
     QString const time = link->since().toString(QStringLiteral("HH:mm:ss"));
     QString const passed = duration_text(link->since().secsTo(QDateTime::currentDateTime()));
-    switch (link->state()) {
-    case ServerLink::State::live:
+    DeskStyle::set_text_colour(state, link->is_live() ? DeskStyle::green : DeskStyle::amber);
+    if (link->is_live())
         state->setText(QStringLiteral("live for %1").arg(passed));
-        DeskStyle::set_text_colour(state, DeskStyle::green);
-        break;
-    case ServerLink::State::waiting:
-        state->setText(QStringLiteral("connecting, for %1").arg(passed));
-        DeskStyle::set_text_colour(state, DeskStyle::amber);
-        break;
-    default:
+    else if (link->has_values())
         state->setText(QStringLiteral("NOT LIVE: values as of %1, %2 ago").arg(time, passed));
-        DeskStyle::set_text_colour(state, DeskStyle::amber);
-    }
+    else
+        state->setText(QStringLiteral("connecting, for %1").arg(passed));
 }

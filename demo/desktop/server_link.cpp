@@ -24,6 +24,7 @@ void ServerLink::connected()
 void ServerLink::told_everything()
 {
     now = State::live;
+    was_live = true;
     changed_at = QDateTime::currentDateTime();
     Q_EMIT changed();
 }

@@ -25,6 +25,8 @@ public:
 
     State state() const { return now; }
     bool is_live() const { return now == State::live; }
+    /// Whether there are values at all, live or not.
+    bool has_values() const { return was_live; }
     /// Since when the values are live; since when they are not, otherwise.
     QDateTime since() const { return changed_at; }
     /// How often a connection came after one was lost.
@@ -41,6 +43,7 @@ private:
     Glint *const hub;
     VCTP3::CallbackGroup_set1 sync;
     State now = State::waiting;
+    bool was_live = false;
     QDateTime changed_at = QDateTime::currentDateTime();
     int connections = 0;
     int returns = 0;

@@ -9,6 +9,7 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QSignalSpy>
 
 using namespace VCTP3;
 
@@ -39,6 +40,7 @@ private Q_SLOTS:
     void the_tile_follows_the_tally();
     void keys_choose_the_page();
     void the_bar_names_the_server();
+    void nothing_is_stale_before_the_server_has_told_anything();
     void values_are_stale_while_the_server_is_gone();
     void an_output_shows_the_channel_that_feeds_it();
     void an_output_follows_the_configuration();
@@ -346,6 +348,26 @@ void TestDeskWindow::the_bar_names_the_server()
     QTRY_COMPARE(DeskBench::text(&desk.window, "server name"), QStringLiteral("vesk-sim"));
     QTRY_COMPARE(DeskBench::text(&desk.window, "standard"), QStringLiteral("1080_59_94i"));
     QTRY_VERIFY(DeskBench::text(&desk.window, "link state").startsWith(QLatin1String("live for ")));
+}
+
+void TestDeskWindow::nothing_is_stale_before_the_server_has_told_anything()
+{
+    DeskBench desk;
+    auto const state = [&] { return DeskBench::text(&desk.window, "link state"); };
+    auto const connecting = QLatin1String("connecting, for ");
+    QVERIFY2(state().startsWith(connecting), qPrintable(state()));
+    // It takes connections and says nothing.
+    desk.server.stay_silent(true);
+    QSignalSpy news(desk.window.link(), &ServerLink::changed);
+    desk.hub.set_server(desk.server.address());
+    QTRY_COMPARE(news.count(), 1);
+    QVERIFY2(state().startsWith(connecting), qPrintable(state()));
+    desk.server.drop_connections();
+    QTRY_VERIFY(news.count() >= 2);
+    QVERIFY2(state().startsWith(connecting), qPrintable(state()));
+    desk.server.clear_faults();
+    desk.server.drop_connections();
+    QTRY_VERIFY(state().startsWith(QLatin1String("live for ")));
 }
 
 void TestDeskWindow::values_are_stale_while_the_server_is_gone()
