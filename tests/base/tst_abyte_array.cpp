@@ -125,6 +125,18 @@ private Q_SLOTS:
         QCOMPARE(array.size(), 0u);
     }
 
+    void a_full_block_has_room_for_the_nul()
+    {
+        AByteArray array = counting(31);
+        QCOMPARE(array.reserved_size(), 32u);
+        array.append('x');
+        QCOMPARE(array.reserved_size(), 64u);
+        array.resize(63);
+        QCOMPARE(array.reserved_size(), 64u);
+        array.resize(64);
+        QCOMPARE(array.reserved_size(), 128u);
+    }
+
     void a_gibibyte_is_the_most_that_is_held()
     {
         constexpr unsigned long long most = 1ull << 30;
@@ -158,7 +170,7 @@ private Q_SLOTS:
         QCOMPARE(array[size - 1], 7);
     }
 
-    void a_nul_follows_the_data()
+    void a_nul_follows_the_bytes()
     {
         AByteArray array;
         for (unsigned int i = 0; i < 200; ++i) {
@@ -396,6 +408,7 @@ private Q_SLOTS:
     {
         AString const text = AString::rep(AString::l1("AAAA"), 21);
         QCOMPARE(AByteArray::fromBase64(text.left(38)).reserved_size(), 32u);
+        QCOMPARE(AByteArray::fromBase64(text.left(39)).reserved_size(), 32u);
         QCOMPARE(AByteArray::fromBase64(text.left(40)).reserved_size(), 64u);
     }
 
@@ -416,6 +429,16 @@ private Q_SLOTS:
         QFETCH(unsigned int, width);
         QFETCH(QByteArray, text);
         QCOMPARE(AByteArray(0, 0xab, 0xff).toHex(width).to_string(), text.toStdString());
+    }
+
+    void hex_lines_are_all_of_one_length()
+    {
+        QCOMPARE(counting(7).toHex(5).to_string(), std::string("0001\n0203\n0405\n06"));
+        QCOMPARE(counting(7).toHex(7).to_string(), std::string("000102\n030405\n06"));
+        AString const wide = counting(100).toHex(33);
+        QCOMPARE(wide.length(), 206u);
+        for (long long at = 32; at < 206; at += 33)
+            QCOMPARE(wide.find(AChar(U'\n'), at - 32), at);
     }
 
     void hex_ascii_goes_both_ways()

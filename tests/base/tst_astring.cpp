@@ -24,6 +24,14 @@ std::uint64_t fnv(char32_t code)
     return hash;
 }
 
+/// The cursor in front of a string.
+AStringSegmentPosition before_first(AString const &s)
+{
+    AStringSegmentPosition at = s.get_first_position();
+    s.get_prev_position(&at, nullptr);
+    return at;
+}
+
 int sign(int n)
 {
     return n < 0 ? -1 : n > 0 ? 1 : 0;
@@ -533,6 +541,25 @@ private Q_SLOTS:
         while (part.get_next_position(&at, &c)) { }
         QCOMPARE(s.linear_access(at, &run), 2u);
         QCOMPARE(*run, AChar(U'e'));
+    }
+
+    void cursor_that_has_left_its_slice_serves_the_whole()
+    {
+        std::u32string const text = counted_text(600);
+        AString const whole = even_string(text);
+        // In front of a slice that begins with a chunk, where it has no chunk itself.
+        AStringSegmentPosition const before = before_first(whole.mid(256));
+        QCOMPARE(before.absolute, std::uint64_t(255));
+        AStringSegmentPosition at = before;
+        AChar c;
+        QVERIFY(whole.get_next_position(&at, 2ull) && whole.get_next_position(&at, &c));
+        QCOMPARE(c.ord(), text[257]);
+        at = before;
+        QVERIFY(whole.get_prev_position(&at, &c));
+        QCOMPARE(c.ord(), text[255]);
+        AChar const *run = nullptr;
+        QCOMPARE(whole.linear_access(before, &run), 1u);
+        QCOMPARE(run->ord(), text[255]);
     }
 
     void runs_are_bounded_by_chunk_and_slice()

@@ -359,6 +359,7 @@ void TestHRTime::text_data()
     row("nothing", duration(0), "0.000");
     row("under a millisecond", HRTime::useconds(999), "0.000");
     row("under a second", HRTime::mseconds(42) + duration(1), "0.042");
+    row("nearly a second", HRTime::useconds(999500), "0.999");
     row("a second and a half", HRTime::mseconds(1500) + duration(1), "1.500");
     row("59 seconds", HRTime::seconds(59), "59.000");
     row("a minute", HRTime::seconds(60), "1:00.000");

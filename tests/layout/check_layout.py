@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Checks standing rules of the tree: includes point one way, tests do not wait on the clock.
+"""Checks standing rules of the tree: includes point one way, tests do not wait on the clock,
+no test is taken for the rows of another.
 
 Usage: check_layout.py ROOT. Prints each offence as file:line: text and exits 1 if there is any.
 """
@@ -41,6 +42,8 @@ SIM_FORBIDDEN = {CORE + "protocol/" + name for name in (
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
 NAP = re.compile(r"QTest::qWait\(|QTest::qSleep\(|sleep_for|sleep_until|[^_a-z]usleep\(|"
                  r"nanosleep\(|QThread::m?sleep\(|QThread::usleep\(|time\.sleep\(|\bsleep \d")
+# QtTest takes a slot of that name for the rows of another, and runs it with that one only.
+SLOT = re.compile(r"^\s*void (?:\w+::)?(\w+)\(\)", re.MULTILINE)
 MODULE_WIDE = re.compile(r"#\s*include\s+<Qt(Core|Gui|Widgets|Network|Test)>")
 
 
@@ -53,11 +56,15 @@ def rank(path):
 
 def offences(name, text):
     own = rank(name)
+    slots = set(SLOT.findall(text)) if name.startswith("tests/") else set()
     for number, line in enumerate(text.splitlines(), 1):
         if MODULE_WIDE.search(line) and not name.startswith("tests/layout/"):
             yield number, "module-wide header of the toolkit"
         if name.startswith("tests/") and not name.startswith("tests/layout/") and NAP.search(line):
             yield number, "waits on the clock"
+        slot = SLOT.match(line) if slots else None
+        if slot and slot.group(1).endswith("_data") and slot.group(1)[:-5] not in slots:
+            yield number, "never runs: " + slot.group(1)
         match = INCLUDE.match(line)
         if not match:
             continue

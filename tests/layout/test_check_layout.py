@@ -41,6 +41,14 @@ class CheckLayout(unittest.TestCase):
     def test_waiting_on_the_clock_is_found(self):
         self.assertEqual(1, len(self.found("tests/base/tst_a.cpp", "    QTest::qWait(5);\n")))
 
+    def test_rows_without_a_test_are_found(self):
+        rows = "    void keeps_the_data()\n    {\n    }\n"
+        self.assertEqual(["never runs: keeps_the_data"], self.found("tests/base/tst_a.cpp", rows))
+        self.assertEqual([], self.found("tests/base/tst_a.cpp", rows + "    void keeps_the();\n"))
+        outside = "void TestA::keeps_data()\n{\n}\nvoid TestA::keeps()\n{\n}\n"
+        self.assertEqual([], self.found("tests/base/tst_a.cpp", outside))
+        self.assertEqual([], self.found("ATarnLib/base/a.cpp", rows))
+
     def test_module_wide_header_is_found(self):
         self.assertEqual(1, len(self.found("ATarnLib/base/a.h", "#include <QtCore>\n")))
 
