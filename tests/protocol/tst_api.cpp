@@ -95,11 +95,13 @@ class TestAPI : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void begins_with_the_id_1(); // in the process, so in front of all others
     void answers_once();
     void needs_no_callbacks();
     void takes_null_callbacks_for_none();
     void numbers_all_commands_of_the_process();
     void draws_again_where_a_number_is_taken();
+    void tells_ids_apart_by_every_character();
     void streams_until_ok();
     void ends_a_stream_with_an_error();
     void ends_with_a_data_reply_where_there_is_no_ok();
@@ -116,6 +118,7 @@ private Q_SLOTS:
     void a_callback_may_forget_its_own_command();
     void commands_may_follow_from_callbacks();
 
+    void fails_all_in_the_order_of_the_ids_data();
     void fails_all_in_the_order_of_the_ids();
     void keeps_the_record_while_its_error_callback_runs();
     void a_reply_from_within_an_error_callback_comes_too_late();
@@ -129,6 +132,13 @@ private Q_SLOTS:
     void serves_8_threads();
     void fails_each_command_of_8_threads_once();
 };
+
+void TestAPI::begins_with_the_id_1()
+{
+    LoopAPI api;
+    Answers answers;
+    QCOMPARE(api.cmd_sync(answers.ok(), answers.error()), l1("1"));
+}
 
 void TestAPI::answers_once()
 {
@@ -195,6 +205,25 @@ void TestAPI::draws_again_where_a_number_is_taken()
     PendingTable::set_last_number(~0U - 1);
     QCOMPARE(api.cmd_sync(answers.ok(), answers.error()), l1("1"));
     QCOMPARE(api.outstanding_commands(), 3U);
+}
+
+void TestAPI::tells_ids_apart_by_every_character()
+{
+    LoopAPI api;
+    std::vector<std::uint32_t> numbers{1111111111U};
+    for (std::uint32_t place = 1; numbers.size() <= 10; place *= 10)
+        numbers.push_back(numbers.front() + place);
+    std::vector<Answers> answers(numbers.size());
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        PendingTable::set_last_number(numbers[i] - 1);
+        QCOMPARE(
+            api.cmd_sync(answers[i].ok(), answers[i].error()), AString::from_uint32_t(numbers[i]));
+    }
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        api.ok(AString::from_uint32_t(numbers[i]));
+        for (std::size_t other = 0; other < numbers.size(); ++other)
+            QCOMPARE(answers[other].take().size(), other == i ? 1 : 0);
+    }
 }
 
 void TestAPI::streams_until_ok()
@@ -520,24 +549,41 @@ void TestAPI::commands_may_follow_from_callbacks()
     QCOMPARE(actor.oks, 101);
 }
 
+void TestAPI::fails_all_in_the_order_of_the_ids_data()
+{
+    // Texts have an order of their own.
+    using Numbers = QList<unsigned int>;
+    QTest::addColumn<Numbers>("sent");
+    QTest::addColumn<Numbers>("failed");
+    QTest::newRow("one and two digits") << Numbers{8, 9, 10, 11, 12} << Numbers{10, 11, 12, 8, 9};
+    QTest::newRow("around 8 digits") << Numbers{9999999, 10000000, 99999999, 100000000, 123456789}
+                                     << Numbers{10000000, 100000000, 123456789, 9999999, 99999999};
+    QTest::newRow("up to 10 digits") << Numbers{9, 99, 999999999, 1000000000, 1000000001, ~0U}
+                                     << Numbers{1000000000, 1000000001, ~0U, 9, 99, 999999999};
+    QTest::newRow("around the wrap")
+        << Numbers{~0U - 1, ~0U, 0, 1, 2} << Numbers{0, 1, 2, ~0U - 1, ~0U};
+}
+
 void TestAPI::fails_all_in_the_order_of_the_ids()
 {
-    struct Order
+    struct Note
     {
-        int number;
-        QList<int> *order;
-        void note(AString const &, ErrorCode) { order->append(number); }
+        unsigned int number;
+        QList<unsigned int> *order;
+        void fail(AString const &, ErrorCode) { order->append(number); }
     };
+    QFETCH(QList<unsigned int>, sent);
     LoopAPI api;
-    QList<int> order;
-    std::vector<Order> notes;
-    for (int i = 8; i <= 12; ++i)
-        notes.push_back({i, &order});
-    PendingTable::set_last_number(7);
-    for (Order &note : notes)
-        api.cmd_sync(AFunction(), AFunction2<AString, ErrorCode>::bind<&Order::note>(&note));
+    QList<unsigned int> order;
+    std::vector<Note> notes;
+    for (unsigned int number : sent)
+        notes.push_back({number, &order});
+    for (Note &note : notes) {
+        PendingTable::set_last_number(note.number - 1);
+        api.cmd_sync(AFunction(), AFunction2<AString, ErrorCode>::bind<&Note::fail>(&note));
+    }
     api.fail_all_pending_commands();
-    QCOMPARE(order, (QList<int>{10, 11, 12, 8, 9})); // as texts
+    QTEST(order, "failed");
     QCOMPARE(api.outstanding_commands(), 0U);
 }
 

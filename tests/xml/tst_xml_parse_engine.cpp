@@ -25,6 +25,8 @@ private Q_SLOTS:
     void tag_forms_that_bound_a_message();
     void closing_forms_that_end_a_message_data();
     void closing_forms_that_end_a_message();
+    void a_closing_tag_is_found_wherever_it_stands_data();
+    void a_closing_tag_is_found_wherever_it_stands();
     void lowest_opening_wins();
     void no_tags_no_messages();
     void odd_tags_are_an_assertion();
@@ -241,6 +243,31 @@ void TestXMLParseEngine::closing_forms_that_end_a_message()
     // Backspace counts for the boundary. That the parser then objects shows that it ended there.
     feed(engine, "<\b/\breply\b>");
     QCOMPARE(drain(engine), ends ? QByteArrayList() : QByteArrayList({"error"}));
+}
+
+void TestXMLParseEngine::a_closing_tag_is_found_wherever_it_stands_data()
+{
+    QTest::addColumn<QByteArray>("closing");
+    for (char const *closing : {"</a>", "< /a>", "</ a>", "</a >", "< / a >", "<\n/\ta\r>"})
+        QTest::newRow(closing) << QByteArray(closing);
+}
+
+/// In one read, with much behind it: long reads are searched in blocks.
+void TestXMLParseEngine::a_closing_tag_is_found_wherever_it_stands()
+{
+    QFETCH(QByteArray, closing);
+    for (int before = 0; before <= 200; ++before) {
+        QByteArray const elements = "<b>x</b><c /><aa>y</aa>";
+        for (QByteArray const &inside :
+            {QByteArray(before, 'x'), elements.repeated(1 + before / elements.size())}) {
+            XMLParseEngine engine(4096);
+            engine.config_tag("a");
+            QByteArray const behind = QByteArray(before % 7 * 40, '.') + "<a>2</a>";
+            feed(engine, "<a>" + inside + closing + behind);
+            QByteArray const first = inside.isEmpty() ? "<a />" : "<a>" + inside + "</a>";
+            QCOMPARE(drain(engine), QByteArrayList({first, "<a>2</a>"}));
+        }
+    }
 }
 
 void TestXMLParseEngine::lowest_opening_wins()
