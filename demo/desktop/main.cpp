@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QHostAddress>
 #include <QTimer>
 
 #include <cstdio>
@@ -72,9 +73,25 @@ bool read_size(QString const &text, QSize *size)
         && size->height() <= 4320;
 }
 
+/// False, and what is wrong in \a error, where a value is empty or an option would change nothing.
+bool check_use(QCommandLineParser const &parser, QString *error)
+{
+    for (char const *name : {"server", "size", "page", "screenshot", "after"})
+        if (parser.isSet(QLatin1String(name)) && parser.value(QLatin1String(name)).isEmpty())
+            *error = QStringLiteral("--%1 needs a value").arg(QLatin1String(name));
+    QString const server = parser.value(QStringLiteral("server"));
+    if (server.contains(u':') && QHostAddress(server).isNull())
+        *error = QStringLiteral("'%1' is not a name or an address without a port").arg(server);
+    else if (parser.isSet(QStringLiteral("after")) && !parser.isSet(QStringLiteral("screenshot")))
+        *error = QStringLiteral("--after is for --screenshot");
+    return error->isEmpty();
+}
+
 /// False, and what is wrong in \a error, for values that do not fit.
 bool read(QCommandLineParser const &parser, Arguments *arguments, QString *error)
 {
+    if (!check_use(parser, error))
+        return false;
     arguments->server = parser.value(QStringLiteral("server"));
     arguments->screenshot = parser.value(QStringLiteral("screenshot"));
     arguments->page = parser.value(QStringLiteral("page"));

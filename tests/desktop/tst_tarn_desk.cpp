@@ -84,12 +84,21 @@ void TestTarnDesk::bad_usage_is_refused_data()
     auto const row = [](char const *name, QStringList const &arguments, char const *text) {
         QTest::newRow(name) << arguments << QByteArray(text);
     };
+    QString const server = QStringLiteral("--server");
+    QString const screenshot = QStringLiteral("--screenshot");
     QString const after = QStringLiteral("--after");
     QString const size = QStringLiteral("--size");
     row("unknown option", {QStringLiteral("--nonsense")}, "nonsense");
     row("a word too many", {QStringLiteral("word")}, "'word' is not expected");
-    row("no number", {after, QStringLiteral("soon")}, "'soon' is no number of seconds");
-    row("no time", {after, QStringLiteral("0")}, "'0' is no number of seconds");
+    row("no server", {server, QString()}, "--server needs a value");
+    row("a port", {server, QStringLiteral("127.0.0.1:8913")},
+        "'127.0.0.1:8913' is not a name or an address without a port");
+    row("no file", {screenshot, QString()}, "--screenshot needs a value");
+    row("a time for nothing", {after, QStringLiteral("1")}, "--after is for --screenshot");
+    row("no number", {screenshot, QStringLiteral("x.png"), after, QStringLiteral("soon")},
+        "'soon' is no number of seconds");
+    row("no time", {screenshot, QStringLiteral("x.png"), after, QStringLiteral("0")},
+        "'0' is no number of seconds");
     row("no size", {size, QStringLiteral("large")}, "'large' is not a size");
     row("too small", {size, QStringLiteral("1023x576")}, "'1023x576' is not a size");
     row("unknown page", {QStringLiteral("--page"), QStringLiteral("Nowhere")},
