@@ -162,9 +162,11 @@ void note_signal(int)
     [[maybe_unused]] auto const written = ::write(signal_pipe[1], &byte, 1);
 }
 
-/// Ends the application in its own time when the process is told to end.
+/// Ends the application in its own time when the process is told to end, and not because nobody
+/// reads what it prints.
 void end_on_signals()
 {
+    std::signal(SIGPIPE, SIG_IGN);
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signal_pipe) != 0)
         return;
     auto *notifier = new QSocketNotifier(signal_pipe[0], QSocketNotifier::Read, qApp);

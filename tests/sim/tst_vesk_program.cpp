@@ -7,6 +7,7 @@
 
 #include <csignal>
 #include <sys/types.h>
+#include <unistd.h>
 
 /// The program vesk-sim as people and scripts use it.
 class TestVeskProgram : public QObject
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void makes_a_storm();
     void traces_on_standard_error();
     void traces_each_message_as_one_visible_line();
+    void goes_on_when_nobody_reads_its_trace();
 };
 
 namespace {
@@ -40,12 +42,20 @@ constexpr int wait_ms = 20000;
 class Program
 {
 public:
-    explicit Program(QStringList const &arguments)
+    /// With \a unread its standard error is a pipe whose reader has gone.
+    explicit Program(QStringList const &arguments, bool unread = false)
         : address(LoopbackAddress::unique())
     {
+        int ends[2] = {-1, -1};
+        if (unread && ::pipe(ends) == 0) {
+            ::close(ends[0]);
+            process.setChildProcessModifier([end = ends[1]] { ::dup2(end, STDERR_FILENO); });
+        }
         process.start(QStringLiteral(VESK_SIM_PROGRAM),
             QStringList{QStringLiteral("--address"), address.toString()} + arguments);
         process.waitForReadyRead(wait_ms);
+        if (unread)
+            ::close(ends[1]);
     }
     ~Program()
     {
@@ -236,6 +246,16 @@ void TestVeskProgram::traces_each_message_as_one_visible_line()
     QCOMPARE(error.left(error.indexOf('\n')),
         QByteArray("#1 < <cmd><xid>1</xid><debug_label><DebugString>a\\u000ab\\u001b[31m\\u009b"
                    "\\u007f\xc3\xa4</DebugString></debug_label></cmd>"));
+}
+
+void TestVeskProgram::goes_on_when_nobody_reads_its_trace()
+{
+    Program program({QStringLiteral("--trace"), QStringLiteral("--empty")}, true);
+    WirePeer peer(program.address);
+    for (int call = 0; call < 3; ++call)
+        QCOMPARE(peer.call("<sync/>"), QByteArrayList{"<ok />"});
+    program.process.terminate();
+    QCOMPARE(program.exit_code(), 0);
 }
 
 QTEST_GUILESS_MAIN(TestVeskProgram)
