@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QStringList>
 
+#include <unistd.h>
+
 /// One run of the program to its end, as a script does it.
 struct ToolRun
 {
@@ -53,6 +55,22 @@ inline ToolRun run_json(QHostAddress const &server, QStringList const &arguments
 inline ToolRun run_text(QHostAddress const &server, QStringList const &arguments)
 {
     return run_tool(QStringList{QStringLiteral("--server"), server.toString()} + arguments);
+}
+
+/// Runs the program with a pipe for its output whose reader has gone; the exit code, -1 if it did
+/// not end by itself.
+inline int run_unread(QStringList const &arguments)
+{
+    int ends[2] = {-1, -1};
+    if (::pipe(ends) != 0)
+        return -1;
+    ::close(ends[0]);
+    QProcess process;
+    process.setChildProcessModifier([output = ends[1]] { ::dup2(output, STDOUT_FILENO); });
+    process.start(QStringLiteral(TARNCTL_PROGRAM), arguments);
+    bool const ended = process.waitForFinished(25000);
+    ::close(ends[1]);
+    return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
 /// Runs a line of a shell, in which "$0" is the program.

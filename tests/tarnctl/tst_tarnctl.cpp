@@ -38,6 +38,8 @@ private Q_SLOTS:
     void ends_with_5_when_the_output_cannot_be_written();
     void closed_streams_do_not_become_the_connection();
     void ends_quietly_when_its_reader_has_gone();
+    void ends_with_0_when_nobody_reads_data();
+    void ends_with_0_when_nobody_reads();
     void is_silent_in_a_locale_without_utf8();
     void tells_help_and_version_without_a_server();
     void the_manual_knows_every_verb_and_option();
@@ -410,6 +412,23 @@ void TestTarnctl::ends_quietly_when_its_reader_has_gone()
     // Each round gives another report, until the program notices that nobody reads.
     QTRY_VERIFY((server->advance(50), process.state() == QProcess::NotRunning));
     QCOMPARE(process.readAllStandardError(), QByteArray("0\n"));
+}
+
+void TestTarnctl::ends_with_0_when_nobody_reads_data()
+{
+    QTest::addColumn<unsigned int>("sent");
+    QTest::newRow("--help") << 0U;
+    QTest::newRow("--version") << 0U;
+    QTest::newRow("complete -- call") << 0U;
+    QTest::newRow("call sync") << 1U;
+}
+
+void TestTarnctl::ends_with_0_when_nobody_reads()
+{
+    QFETCH(unsigned int, sent);
+    QString const place = QStringLiteral("--server=") + server->address().toString();
+    QCOMPARE(run_unread(QStringList(place) + words(QTest::currentDataTag())), 0);
+    QCOMPARE(server->counters().count("sync"), sent);
 }
 
 void TestTarnctl::is_silent_in_a_locale_without_utf8()

@@ -8,6 +8,7 @@
 #include <QStringDecoder>
 #include <QTimer>
 
+#include <csignal>
 #include <cstdio>
 #include <string>
 #include <utility>
@@ -128,6 +129,8 @@ int main(int argc, char **argv)
         TarnCtl::complain(QStringLiteral("cannot write to standard output: it is closed"));
         return int(TarnCtl::ExitCode::NoOutput);
     }
+    // That a reader has gone is told by what is written for it.
+    std::signal(SIGPIPE, SIG_IGN);
     QCoreApplication app(argc, argv);
     return TarnCtl::run(argc > 0 ? argv + 1 : argv);
 }
