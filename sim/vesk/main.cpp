@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -154,6 +155,16 @@ void add_options(QCommandLineParser *parser)
     });
 }
 
+/// Opens standard streams that are closed, so that what is printed does not go into whatever got
+/// their numbers, as the pair of sockets that ends the program.
+void hold_streams()
+{
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
+        if (::fcntl(stream, F_GETFD) < 0) [[maybe_unused]]
+            int const held = ::open("/dev/null", O_RDWR);
+    }
+}
+
 int signal_pipe[2];
 
 void note_signal(int)
@@ -214,6 +225,7 @@ int serve(Arguments const &arguments)
 
 int main(int argc, char **argv)
 {
+    hold_streams();
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
     add_options(&parser);

@@ -3,6 +3,7 @@
 #include "tests/support/wire_peer.h"
 
 #include <QProcess>
+#include <QTcpSocket>
 #include <QTest>
 
 #include <csignal>
@@ -32,6 +33,7 @@ private Q_SLOTS:
     void traces_on_standard_error();
     void traces_each_message_as_one_visible_line();
     void goes_on_when_nobody_reads_its_trace();
+    void serves_with_its_streams_closed();
 };
 
 namespace {
@@ -256,6 +258,28 @@ void TestVeskProgram::goes_on_when_nobody_reads_its_trace()
         QCOMPARE(peer.call("<sync/>"), QByteArrayList{"<ok />"});
     program.process.terminate();
     QCOMPARE(program.exit_code(), 0);
+}
+
+void TestVeskProgram::serves_with_its_streams_closed()
+{
+    QHostAddress const address = LoopbackAddress::unique();
+    QProcess process;
+    process.setChildProcessModifier([] {
+        for (int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+            ::close(stream);
+    });
+    process.start(QStringLiteral(VESK_SIM_PROGRAM),
+        {QStringLiteral("--address"), address.toString(), QStringLiteral("--trace")});
+    QTcpSocket socket;
+    QTRY_VERIFY_WITH_TIMEOUT(
+        (socket.connectToHost(address, 8913), socket.waitForConnected(1000)), wait_ms);
+    for (int connection = 0; connection < 3; ++connection) {
+        WirePeer peer(address);
+        QCOMPARE(peer.call("<sync/>"), QByteArrayList{"<ok />"});
+    }
+    process.terminate();
+    QVERIFY(process.waitForFinished(wait_ms));
+    QCOMPARE(process.exitCode(), 0);
 }
 
 QTEST_GUILESS_MAIN(TestVeskProgram)
