@@ -55,6 +55,8 @@ private Q_SLOTS:
     void the_name_of_this_computer_makes_the_hub_local_data();
     void the_name_of_this_computer_makes_the_hub_local();
     void what_was_set_last_is_the_server();
+    void an_address_takes_the_place_of_a_name_each_time();
+    void a_connection_is_left_alone_by_the_timer();
     void a_second_server_of_the_same_name_or_address_changes_nothing_data();
     void a_second_server_of_the_same_name_or_address_changes_nothing();
     void a_name_given_while_connected_waits_for_the_connection_to_drop();
@@ -184,6 +186,30 @@ void TestGlint::what_was_set_last_is_the_server()
     bench.hub->set_server(LoopbackAddress::unique()); // nobody listens there
     bench.hub->set_server(name);
     QTRY_VERIFY(bench.hub->is_connected());
+}
+
+void TestGlint::an_address_takes_the_place_of_a_name_each_time()
+{
+    HubBench bench;
+    QString const nobody = LoopbackAddress::unique().toString();
+    bench.hub->set_server(nobody);
+    QVERIFY(bench.connect());
+    bench.hub->set_server(nobody);
+    bench.hub->set_server(bench.server.address());
+    QVERIFY(bench.reconnect());
+}
+
+void TestGlint::a_connection_is_left_alone_by_the_timer()
+{
+    HubBench bench;
+    QVERIFY(bench.connect());
+    VCTP3::CallbackGroup_set1 group;
+    QSignalSpy oks(&group, &VCTP3::CallbackGroup_set1::sig_ok);
+    QSignalSpy errors(&group, &VCTP3::CallbackGroup_set1::sig_error);
+    bench.hub->cmd_sync(group);
+    bench.hub->stay_connected();
+    QTRY_COMPARE(oks.count() + errors.count(), 1);
+    QCOMPARE(errors.count(), 0);
 }
 
 void TestGlint::a_second_server_of_the_same_name_or_address_changes_nothing_data()

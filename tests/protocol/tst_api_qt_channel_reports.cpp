@@ -260,6 +260,9 @@ void TestAPIQtChannelReports::a_bad_report_is_counted_once_data()
             << channel_report(layer + "clipid", "") << QStringLiteral("ClipID");
         QTest::newRow(layer + "speed that is none")
             << channel_report(layer + "speed", "<Speed>fast</Speed>") << QStringLiteral("Speed");
+        QTest::newRow(layer + "speed twice")
+            << channel_report(layer + "speed", "<Speed>1X</Speed><Speed>1X</Speed>")
+            << QStringLiteral("Speed");
         QTest::newRow(layer + "information without a clip") << channel_report(layer + "info",
             "<ChannelInformation></ChannelInformation>") << QStringLiteral("ClipID");
     }
