@@ -77,6 +77,7 @@ private Q_SLOTS:
     void a_list_request_made_while_unconnected_survives();
     void two_requests_and_one_unrequest_leave_the_report_registered();
     void every_request_registers();
+    void lists_and_chases_share_one_counter_data();
     void lists_and_chases_share_one_counter();
     void an_unrequest_at_zero_changes_nothing();
     void a_channel_of_80_is_an_assertion();
@@ -532,19 +533,36 @@ void TestGlint::every_request_registers()
             begin + QStringLiteral("chaseplay"), begin + QStringLiteral("chaseplay")}));
 }
 
+void TestGlint::lists_and_chases_share_one_counter_data()
+{
+    QTest::addColumn<bool>("list_last");
+    QTest::addColumn<QString>("left_last");
+    QTest::addColumn<QString>("stays");
+    QTest::newRow("the list user leaves last")
+        << true << QStringLiteral("B listplay") << QStringLiteral("B chaseplay");
+    QTest::newRow("the chase user leaves last")
+        << false << QStringLiteral("B chaseplay") << QStringLiteral("B listplay");
+}
+
 void TestGlint::lists_and_chases_share_one_counter()
 {
+    QFETCH(bool, list_last);
+    QFETCH(QString, left_last);
+    QFETCH(QString, stays);
     HubBench bench;
     QVERIFY(bench.connect());
     bench.hub->request_listplay_notification(channel(1));
     bench.hub->request_chaseplay_notification(channel(1));
-    bench.hub->unrequest_chaseplay_notification(channel(1));
+    if (list_last)
+        bench.hub->unrequest_chaseplay_notification(channel(1));
     bench.hub->unrequest_listplay_notification(channel(1));
+    if (!list_last)
+        bench.hub->unrequest_chaseplay_notification(channel(1));
     QVERIFY(bench.sync());
-    // The chase user left first, so its report stays.
+    // The report of the user who left first stays.
     QCOMPARE(bench.log.commands(QStringLiteral("channel_report_unregister")),
-        QStringList(QStringLiteral("channel_report_unregister B listplay")));
-    QVERIFY(bench.log.registered().contains(QStringLiteral("B chaseplay")));
+        QStringList(QStringLiteral("channel_report_unregister ") + left_last));
+    QVERIFY(bench.log.registered().contains(stays));
 }
 
 void TestGlint::an_unrequest_at_zero_changes_nothing()
@@ -608,17 +626,24 @@ void TestGlint::a_connection_unloads_and_registers_lists_and_chases_in_order()
     QVERIFY(bench.sync());
     bench.log.take();
 
-    QStringList unloaded;
+    QStringList done;
     connect(bench.hub.get(), &Glint::report_channel_listplay_unloaded, this,
-        [&](Channel which) { unloaded.append(QStringLiteral("list %1").arg(int(which))); });
+        [&](Channel which) { done.append(QStringLiteral("list %1 unloaded").arg(int(which))); });
     connect(bench.hub.get(), &Glint::report_channel_chaseplay_unloaded, this,
-        [&](Channel which) { unloaded.append(QStringLiteral("chase %1").arg(int(which))); });
+        [&](Channel which) { done.append(QStringLiteral("chase %1 unloaded").arg(int(which))); });
+    connect(bench.hub.get(), &Glint::indirect_send, this, [&](QByteArray const &command) {
+        for (QString const &report : {QStringLiteral("listplay"), QStringLiteral("chaseplay")})
+            if (command.contains(report.toUtf8()))
+                done.append(report);
+    });
     QStringList by_the_hub;
-    connect(bench.hub.get(), &Glint::connected, this, [&] { by_the_hub = unloaded; });
+    connect(bench.hub.get(), &Glint::connected, this, [&] { by_the_hub = done; });
     QVERIFY(bench.reconnect());
-    QCOMPARE(by_the_hub,
-        QStringList({QStringLiteral("list 3"), QStringLiteral("chase 3"), QStringLiteral("list 7"),
-            QStringLiteral("chase 7"), QStringLiteral("list 39"), QStringLiteral("chase 39")}));
+    QStringList expected;
+    for (int number : {3, 7, 39})
+        expected += {QStringLiteral("list %1 unloaded").arg(number), QStringLiteral("listplay"),
+            QStringLiteral("chase %1 unloaded").arg(number), QStringLiteral("chaseplay")};
+    QCOMPARE(by_the_hub, expected);
     QString const begin = QStringLiteral("channel_report_register ");
     QCOMPARE(registrations(bench.log),
         QStringList({begin + QStringLiteral("D listplay"), begin + QStringLiteral("D chaseplay"),

@@ -3,6 +3,7 @@
 #include "tests/glint/report_text.h"
 
 #include <QSemaphore>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <memory>
@@ -47,6 +48,7 @@ private Q_SLOTS:
 void TestGlintWorker::work_waits_until_its_result_is_there()
 {
     auto const worker = std::make_unique<HeldWorker>();
+    QSignalSpy wakes(worker.get(), &GlintWorker::work_available);
     XMLTree const report = ReportText::parsed(ReportText::ltc(1));
     worker->add_work(1, report);
     QVERIFY(worker->begun.tryAcquire(1, 20000));
@@ -55,6 +57,8 @@ void TestGlintWorker::work_waits_until_its_result_is_there()
     worker->add_work(1, report);
     worker->add_work(1, report);
     QCOMPARE(worker->work_waiting(), 3U);
+    // Awake as it is, it is not woken for them.
+    QCOMPARE(wakes.count(), 1);
     worker->allowed.release(3);
     QVERIFY(worker->published.tryAcquire(1, 20000));
     QCOMPARE(worker->work_waiting(), 0U);
