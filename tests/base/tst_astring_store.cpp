@@ -221,6 +221,20 @@ private Q_SLOTS:
         QCOMPARE(builder.take(), "abcd"_a);
     }
 
+    void builder_begins_anew_with_room_left()
+    {
+        AStringBuilder builder(10);
+        builder.append("first"_a);
+        AString const first = builder.take();
+        QCOMPARE(builder.size(), 0u);
+        builder.append(U's');
+        builder.append("econd"_a);
+        AString const second = builder.take();
+        QCOMPARE(first, "first"_a);
+        QCOMPARE(second, "second"_a);
+        QVERIFY(first.store().get() != second.store().get());
+    }
+
     void builder_makes_one_store_to_cut_from()
     {
         AStringBuilder builder;
