@@ -6,6 +6,7 @@
 #include <QCheckBox>
 
 /// A check box for an item of two values. It is enabled only while the server takes both.
+/// Thread: that of its widget, as for every `CFItem`.
 class TARN_EXPORT CFCheckBox : public CFItem
 {
     Q_OBJECT

@@ -9,6 +9,7 @@
 /// A combo box for the values of an item. It offers what the server takes, in the server's order,
 /// or those of the options given that the server takes; what the item reads is there in any case,
 /// last if it is none of them. The data of each entry is its value.
+/// Thread: that of its widget, as for every `CFItem`.
 class TARN_EXPORT CFComboBox : public CFItem
 {
     Q_OBJECT

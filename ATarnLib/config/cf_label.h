@@ -7,6 +7,7 @@
 
 /// A label for an item that the user sets by other means, as a folder by a dialog: the
 /// application puts the text into the label and saves it. The label shows plain text from then on.
+/// Thread: that of its widget, as for every `CFItem`.
 class TARN_EXPORT CFLabel : public CFItem
 {
     Q_OBJECT

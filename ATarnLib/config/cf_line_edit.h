@@ -6,6 +6,7 @@
 #include <QLineEdit>
 
 /// A line edit for an item. Every letter counts as typed.
+/// Thread: that of its widget, as for every `CFItem`.
 class TARN_EXPORT CFLineEdit : public CFItem
 {
     Q_OBJECT

@@ -8,6 +8,7 @@
 #include <map>
 
 /// Radio buttons for the values of an item. For a value without a button none is checked.
+/// Thread: that of its widget, as for every `CFItem`.
 class TARN_EXPORT CFRadioButtons : public CFItem
 {
     Q_OBJECT

@@ -9,6 +9,7 @@
 
 /// Shows widgets only where a server has what they are for: while an item can be set to one of
 /// some values, or is there at all.
+/// Thread: that of its widgets, as for every `CFItem`.
 class TARN_EXPORT CFShow : public CFItem
 {
     Q_OBJECT

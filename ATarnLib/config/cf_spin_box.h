@@ -8,6 +8,7 @@
 /// A spin box for an item that holds a number: a whole one, or in fixed mode one of 16.16, which
 /// the box shows in hundredths. A text that is no number leaves the box as it is; a number out of
 /// the box's range shows as the nearest in it and stays in the item.
+/// Thread: that of its widget, as for every `CFItem`.
 class TARN_EXPORT CFSpinBox : public CFItem
 {
     Q_OBJECT

@@ -11,6 +11,7 @@ using AWString = std::u16string;
 
 /// One Unicode code point of 32 bits, by default 0. Any value may be held; comparison is by
 /// number. The tests know the code points below 256 and treat every higher one as 0.
+/// Thread: a value, for any.
 class AChar
 {
 public:

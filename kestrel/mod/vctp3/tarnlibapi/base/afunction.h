@@ -27,6 +27,8 @@ using AFunctionArgument
 /// A target takes each argument as `AFunctionArgument` says: `AFunction2<AString, int>` calls
 /// `void f(AString const &, int)`. Lambdas without captures are targets too. Nothing else
 /// converts to a callable, so that a number, a truth value or an enumeration never becomes one.
+/// Thread: a value; one object belongs to one thread at a time, copies to any. Its target runs on
+/// the thread that calls it.
 template <typename R, typename... Args> class AFunctionRecord
 {
 public:

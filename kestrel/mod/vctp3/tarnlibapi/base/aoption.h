@@ -5,6 +5,7 @@
 
 /// A value that may be absent: a presence flag and a slot, which stays default while absent.
 /// Reading an absent value is allowed and gives the default.
+/// Thread: a value; one object belongs to one thread at a time, copies to any.
 template <typename T> class AOption
 {
 public:

@@ -8,6 +8,7 @@
 /// first of those with the lowest number, so "%1 %1" takes two. What is not filled stays as it
 /// was written; an `arg` too many does nothing. "%" with three or more digits or with none is
 /// plain text. Filled values are not searched for placeholders.
+/// Thread: a value; one object belongs to one thread at a time, copies to any.
 class TARN_EXPORT AStringFormat
 {
 public:

@@ -4,6 +4,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/astring.h"
 
 /// Nothing, a number or a text. A number is never taken for a text, nor a text for a number.
+/// Thread: a value; one object belongs to one thread at a time, copies to any.
 class AVariant
 {
 public:

@@ -6,6 +6,7 @@
 #include <utility>
 
 /// The value of \a Target nearest to \a value: beyond its range, its maximum or minimum.
+/// Thread: any.
 template <typename Target, typename Source> constexpr Target limit_cvt(Source value)
 {
     using Limits = std::numeric_limits<Target>;

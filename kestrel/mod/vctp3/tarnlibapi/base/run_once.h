@@ -5,6 +5,7 @@
 
 /// Runs a function while it is constructed: start-up work of a translation unit, as in
 /// `static RunOnce const setup(&register_types);`.
+/// Thread: the function runs on the one that constructs it.
 class RunOnce
 {
 public:

@@ -7,6 +7,7 @@ namespace ChannelCF {
 
 /// What one configuration name means: its channels, whose outputs are counted from 0 within the
 /// configuration. A builder adds the channels in its own order and ends with `finish`.
+/// Thread: its builder's until `finish`; after that it does not change, and any may read it.
 class TARN_EXPORT Config
 {
 public:

@@ -10,6 +10,7 @@
 namespace ChannelCF {
 
 /// Outputs of a board or of a configuration, each once and ascending.
+/// Thread: a value; one object belongs to one thread at a time, copies to any.
 class TARN_EXPORT OutputSet
 {
 public:

@@ -10,6 +10,7 @@ namespace VCTP3 {
 
 /// Values of one enumeration, in order of insertion and without duplicates: a fixed array and a
 /// count. Values outside the enumeration can be held; `valid` tells of them.
+/// Thread: a value; one object belongs to one thread at a time, copies to any.
 template <typename Element, unsigned int capacity, bool (*valid_element)(int)> class ValueSet
 {
 public:

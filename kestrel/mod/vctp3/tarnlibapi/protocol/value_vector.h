@@ -9,6 +9,7 @@ namespace VCTP3 {
 
 /// Up to `capacity` values in order. Only what is held takes room, since records with such a
 /// vector travel through signals.
+/// Thread: a value; one object belongs to one thread at a time, copies to any.
 template <typename Element, unsigned int capacity> class ValueVector
 {
 public:
