@@ -50,6 +50,8 @@ public:
     {
         engine.config_tag("a");
         engine.config_preparation([this](XMLTree const &) {
+            if (!placed)
+                placed = take_processor(1);
             at_gate = true;
             (void)spin_until([this] { return !at_gate; });
             return nullptr;
@@ -61,10 +63,11 @@ public:
     /// False if the two threads cannot run at the same time.
     bool take_processors()
     {
-        bool taken = false;
-        QMetaObject::invokeMethod(
-            &engine, [&taken] { taken = take_processor(1); }, Qt::BlockingQueuedConnection);
-        return taken && take_processor(0);
+        engine.input_bytes("<a>1</a>");
+        if (!spin_until([this] { return at_gate.load(); }))
+            return false;
+        at_gate = false;
+        return placed && take_processor(0);
     }
     /// The reader asks when the worker has that many pieces, fewer than `pieces`, to go before the
     /// step. False if it has been stopped for good.
@@ -104,6 +107,7 @@ private:
     static constexpr unsigned long long flood_size = XMLParseEngine2::high_water + buffer_size;
 
     std::atomic<bool> at_gate{false};
+    std::atomic<bool> placed{false}; // the worker, on a processor of its own
     std::atomic<unsigned int> told{0};
     QByteArray const piece = QByteArray(1, 'x');
     QByteArray const flood = QByteArray(qsizetype(flood_size), 'x');
