@@ -3,12 +3,30 @@
 #include "tests/support/assert_log.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTest>
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <pthread.h>
 #include <signal.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
+
+namespace {
+
+/// Whether a thread of this process, 0 for none yet, waits for something.
+bool sleeps(pid_t id)
+{
+    QFile file(QStringLiteral("/proc/self/task/%1/stat").arg(id));
+    if (id == 0 || !file.open(QIODevice::ReadOnly))
+        return false;
+    QByteArray const text = file.readAll();
+    return text.mid(text.lastIndexOf(')')).startsWith(") S");
+}
+
+} // namespace
 
 class TestSemaphores : public QObject
 {
@@ -159,13 +177,27 @@ void TestSemaphores::take_n_waits_for_each_permit()
 
 void TestSemaphores::one_give_of_many_wakes_as_many()
 {
-    CountingSemaphore semaphore(0, 8);
+    constexpr unsigned int count = 4;
+    CountingSemaphore semaphore(0, 2 * count);
+    std::array<std::atomic<pid_t>, count> ids{};
+    std::atomic<unsigned int> taken{0};
     std::vector<std::thread> takers;
-    for (int i = 0; i < 4; ++i)
-        takers.emplace_back([&] { semaphore.semTake(); });
-    QVERIFY(semaphore.semGive(4));
+    for (std::atomic<pid_t> &id : ids) {
+        takers.emplace_back([&] {
+            id = ::gettid();
+            taken += semaphore.semTake();
+        });
+    }
+    bool const asleep
+        = QTest::qWaitFor([&ids] { return std::all_of(ids.begin(), ids.end(), &sleeps); }, 20000);
+    bool const given = semaphore.semGive(count);
+    bool const woken = QTest::qWaitFor([&taken] { return taken == count; }, 20000);
+    // Whoever sleeps still must not be left behind.
+    for (unsigned int i = 0; i < count && taken < count; ++i)
+        semaphore.semGive(1);
     for (std::thread &taker : takers)
         taker.join();
+    QVERIFY(asleep && given && woken);
     QVERIFY(!semaphore.semTake(0));
 }
 

@@ -59,6 +59,7 @@ private Q_SLOTS:
     void mutes_count_and_stay_in_their_thread();
     void a_group_in_another_thread_may_go_at_any_time();
     void a_null_group_asserts();
+    void an_answer_too_many_takes_the_groups_reference_and_asserts();
 };
 
 void TestCallbackGroupHelper::answers_become_signals()
@@ -239,6 +240,21 @@ void TestCallbackGroupHelper::a_null_group_asserts()
     // The answer takes the only reference with it.
     ok();
     QCOMPARE(asserts.take(), QStringList());
+}
+
+void TestCallbackGroupHelper::an_answer_too_many_takes_the_groups_reference_and_asserts()
+{
+    AssertLog log;
+    QObject group;
+    auto *helper = new CallbackGroupHelper(&group);
+    AFunction ok;
+    helper->bind_final<&TextGroup::send_ok>(&ok);
+    CallbackGroupHelper::Mute const mute; // it is no such group
+    helper->addref();
+    ok();
+    QCOMPARE(log.take(), QStringList());
+    ok();
+    QCOMPARE(log.take(), QStringList(QStringLiteral("qtcb == 0")));
 }
 
 QTEST_GUILESS_MAIN(TestCallbackGroupHelper)

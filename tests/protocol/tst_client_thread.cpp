@@ -58,9 +58,9 @@ private Q_SLOTS:
 
 void TestClientThread::has_a_stack_of_64_kib()
 {
-    if constexpr (sanitized)
-        QSKIP("The sanitizers give every thread a stack of their own size");
-    QCOMPARE(look(0).stack, std::size_t(65536));
+    std::size_t const stack = look(0).stack;
+    // A sanitizer adds what it needs itself.
+    QVERIFY2(sanitized ? stack >= 65536 : stack == 65536, QByteArray::number(qint64(stack)));
 }
 
 void TestClientThread::takes_a_lower_priority()
