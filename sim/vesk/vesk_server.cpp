@@ -49,6 +49,11 @@ void VeskServer::accept()
     }
 }
 
+void VeskServer::accept_waiting()
+{
+    while (tcp.isListening() && tcp.waitForNewConnection(0)) { }
+}
+
 void VeskServer::forget(quint64 number)
 {
     auto found = connections.find(number);

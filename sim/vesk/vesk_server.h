@@ -34,6 +34,9 @@ public:
     bool is_listening() const { return tcp.isListening(); }
 
     VeskStation &station() { return served; }
+    /// Takes the connections that are made and wait to be taken. To be called before each use of
+    /// it, as to their clients they are open.
+    void accept_waiting();
     /// Sends what the station has for its connections. To be called behind each use of it.
     void write_waiting();
     void drop_connections();

@@ -75,6 +75,7 @@ void VeskServerThread::run_tasks()
         Task *task = tasks.front();
         tasks.pop_front();
         lock.unlock();
+        server->accept_waiting();
         (*task->function)(*server);
         server->write_waiting();
         lock.lock();

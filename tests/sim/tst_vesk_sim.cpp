@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <future>
 
 /// The server as a whole: connections, faults, restarts and time.
 class TestVeskSim : public QObject
@@ -33,6 +34,7 @@ private Q_SLOTS:
     void clears_all_faults_and_sends_what_was_held_back();
     void gives_up_a_connection_that_does_not_read();
     void drops_connections_and_goes_on_listening();
+    void knows_a_connection_as_soon_as_its_client_does();
     void stops_and_starts_again();
     void restarts_with_its_state();
     void restarts_without_its_state();
@@ -375,6 +377,26 @@ void TestVeskSim::drops_connections_and_goes_on_listening()
     QVERIFY(second.wait_for_end());
     WirePeer third(server.address());
     QCOMPARE(third.call("<sync/>"), QByteArrayList{ok});
+}
+
+void TestVeskSim::knows_a_connection_as_soon_as_its_client_does()
+{
+    VeskSim server(LoopbackAddress::unique());
+    std::promise<void> busy;
+    std::promise<void> connected;
+    auto const holding = std::async(std::launch::async, [&] {
+        server.with_world([&](VeskWorld &) {
+            busy.set_value();
+            connected.get_future().wait();
+        });
+    });
+    busy.get_future().wait();
+    WirePeer peer(server.address());
+    connected.set_value();
+    QVERIFY(peer.is_connected());
+    QCOMPARE(server.counters().open_connections, quint64(1));
+    server.drop_connections();
+    QVERIFY(peer.wait_for_end());
 }
 
 void TestVeskSim::stops_and_starts_again()
