@@ -210,7 +210,8 @@ void TestAtomicVQueue::nodes_of_an_ended_thread_are_used_again()
 
 void TestAtomicVQueue::a_thread_that_only_takes_feeds_one_that_only_adds()
 {
-    constexpr int rounds = 20000;
+    // Each round waits for the other thread, which on a busy machine takes some milliseconds.
+    constexpr int rounds = 1500;
     std::set<node_t *> seen;
     AtomicVQueue to_taker;
     AtomicVQueue to_adder;
@@ -234,7 +235,7 @@ void TestAtomicVQueue::a_thread_that_only_takes_feeds_one_that_only_adds()
     }
     taker.join();
     // What the taker frees comes back, but for what lies in the two threads' stores.
-    QVERIFY(seen.size() < 1000);
+    QVERIFY(seen.size() < 300);
 }
 
 void TestAtomicVQueue::a_thread_that_ends_in_the_middle_loses_nothing()
