@@ -263,9 +263,12 @@ void TestGlintStorm::the_memory_of_a_blocked_time_serves_the_next_one()
     QVERIFY(resident() - before < 64 * 1024 * 1024);
     QVERIFY(bench.shows_field(long_time));
     qint64 const first = resident();
-    bench.server.advance(long_time);
-    QVERIFY(bench.shows_field(2 * long_time));
-    QVERIFY2(resident() - first < 16 * 1024 * 1024,
+    // How much a time takes depends on who ran when. Four times that kept theirs would be 60 MB.
+    for (unsigned int time = 2; time <= 5; ++time) {
+        bench.server.advance(long_time);
+        QVERIFY(bench.shows_field(time * long_time));
+    }
+    QVERIFY2(resident() - first < 32 * 1024 * 1024,
         QByteArray::number((resident() - first) / 1024) + " KiB more");
 }
 
