@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/base/athreaded_object.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 
 #include <QPointer>
 #include <QTest>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/atimer.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>

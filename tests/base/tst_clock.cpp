@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/aelapsed_timer.h"
 #include "kestrel/mod/vctp3/tarnlibapi/base/clock.h"
+#include "tests/support/patience.h"
 #include "tests/support/virtual_time.h"
 
 #include <QDateTime>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/base/semaphores.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -188,10 +189,10 @@ void TestSemaphores::one_give_of_many_wakes_as_many()
             taken += semaphore.semTake();
         });
     }
-    bool const asleep
-        = QTest::qWaitFor([&ids] { return std::all_of(ids.begin(), ids.end(), &sleeps); }, 20000);
+    bool const asleep = QTest::qWaitFor(
+        [&ids] { return std::all_of(ids.begin(), ids.end(), &sleeps); }, patience_ms);
     bool const given = semaphore.semGive(count);
-    bool const woken = QTest::qWaitFor([&taken] { return taken == count; }, 20000);
+    bool const woken = QTest::qWaitFor([&taken] { return taken == count; }, patience_ms);
     // Whoever sleeps still must not be left behind.
     for (unsigned int i = 0; i < count && taken < count; ++i)
         semaphore.semGive(1);

@@ -7,6 +7,7 @@
 #include "tests/support/astring_make.h"
 #include "tests/support/latin1_text.h"
 #include "tests/support/linked_client.h"
+#include "tests/support/patience.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/two_threads.h"
 

@@ -6,6 +6,7 @@
 #include "tests/support/astring_print.h"
 #include "tests/support/latin1_text.h"
 #include "tests/support/linked_client.h"
+#include "tests/support/patience.h"
 #include "tests/support/two_threads.h"
 
 #include <QSignalSpy>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/support/patience.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -66,7 +68,7 @@ int TestDemoScript::run(char const *display_variable)
     script.setProcessEnvironment(environment);
     script.start(QStringLiteral(DEMO_SCRIPT),
         {folder->filePath(QStringLiteral("dev")), QStringLiteral("--more")});
-    if (!script.waitForFinished(20000) || script.exitStatus() != QProcess::NormalExit)
+    if (!script.waitForFinished(patience_ms) || script.exitStatus() != QProcess::NormalExit)
         return -1;
     errors = script.readAllStandardError();
     return script.exitCode();

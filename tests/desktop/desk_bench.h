@@ -7,6 +7,7 @@
 #include "demo/desktop/desk_window.h"
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 
 #include <QAbstractItemModelTester>
 #include <QComboBox>
@@ -30,10 +31,10 @@ struct DeskBench
         hub.set_server(server.address());
         window.show();
         window.activateWindow();
-        return QTest::qWaitForWindowActive(&window, 20000)
-            && QTest::qWaitFor([this] { return is_live(); }, 20000)
-            && QTest::qWaitFor([this] { return !window.wall()->tiles().isEmpty(); }, 20000)
-            && QTest::qWaitFor([this] { return window.clips()->rowCount() > 0; }, 20000);
+        return QTest::qWaitForWindowActive(&window, patience_ms)
+            && QTest::qWaitFor([this] { return is_live(); }, patience_ms)
+            && QTest::qWaitFor([this] { return !window.wall()->tiles().isEmpty(); }, patience_ms)
+            && QTest::qWaitFor([this] { return window.clips()->rowCount() > 0; }, patience_ms);
     }
     bool is_live() { return window.link()->is_live(); }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -80,7 +81,8 @@ struct DeskBench
     {
         press(Qt::Key_C);
         return QTest::qWaitFor(
-                   [&] { return state(channel).status == VCTP3::ChannelStatus::cueing; }, 20000)
+                   [&] { return state(channel).status == VCTP3::ChannelStatus::cueing; },
+                   patience_ms)
             && (server.advance(5), state(channel).status == VCTP3::ChannelStatus::stop);
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_world.h"
 #include "tests/desktop/desk_bench.h"
+#include "tests/support/patience.h"
 
 #include <QComboBox>
 #include <QLineEdit>

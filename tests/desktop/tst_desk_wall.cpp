@@ -5,6 +5,7 @@
 #include "demo/desktop/output_tile.h"
 #include "sim/vesk/vesk_world.h"
 #include "tests/desktop/desk_bench.h"
+#include "tests/support/patience.h"
 
 #include <QScrollBar>
 

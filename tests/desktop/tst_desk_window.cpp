@@ -6,6 +6,7 @@
 #include "sim/vesk/reports.h"
 #include "sim/vesk/vesk_world.h"
 #include "tests/desktop/desk_bench.h"
+#include "tests/support/patience.h"
 
 #include <QComboBox>
 #include <QPushButton>
@@ -480,7 +481,7 @@ QComboBox *open_setting(DeskBench *desk, char const *name, char const *value)
             && DeskBench::text(&desk->window, "configuration state")
             == QLatin1String("All is as the server has it");
     };
-    return box && QTest::qWaitFor(shown) ? box : nullptr;
+    return box && QTest::qWaitFor(shown, patience_ms) ? box : nullptr;
 }
 
 QPushButton *button(DeskBench *desk, char const *text)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 
 #include <QImage>
 #include <QProcess>
@@ -138,7 +139,7 @@ void TestTarnDesk::a_picture_is_taken_on_a_display()
         {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
             QStringLiteral("0"), QStringLiteral("1280x720x24"), QStringLiteral("-nolisten"),
             QStringLiteral("tcp")});
-    QVERIFY2(display.waitForReadyRead(20000), qPrintable(display.errorString()));
+    QVERIFY2(display.waitForReadyRead(patience_ms), qPrintable(display.errorString()));
     QByteArray const number = display.readAll().trimmed();
 
     VeskSim server(LoopbackAddress::unique());
@@ -149,7 +150,7 @@ void TestTarnDesk::a_picture_is_taken_on_a_display()
             file, QStringLiteral("--after"), QStringLiteral("1")},
         QStringLiteral(":") + QString::fromLatin1(number));
     display.terminate();
-    QVERIFY(display.waitForFinished(20000));
+    QVERIFY(display.waitForFinished(patience_ms));
     QVERIFY2(run.finished && run.code == 0, run.errors.constData());
     QVERIFY(shows_channels(QImage(file)));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "demo/desktop/channel_tile.h"
 #include "demo/desktop/tile_grid.h"
+#include "tests/support/patience.h"
 
 #include <QScrollBar>
 #include <QTest>

@@ -9,6 +9,7 @@
 #include "tests/glint/wire_log.h"
 #include "tests/support/event_loop.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -35,7 +36,7 @@ struct HubBench
     bool connect()
     {
         hub->set_server(server.address());
-        return QTest::qWaitFor([this] { return hub->is_connected(); }, 20000) && sync();
+        return QTest::qWaitFor([this] { return hub->is_connected(); }, patience_ms) && sync();
     }
     /// Waits until the server has done what was sent so far, and the hub has heard what it said
     /// to that.
@@ -44,7 +45,7 @@ struct HubBench
         VCTP3::CallbackGroup_set1 group;
         QSignalSpy done(&group, &VCTP3::CallbackGroup_set1::sig_ok);
         hub->cmd_sync(group);
-        return done.wait(20000);
+        return done.wait(patience_ms);
     }
     /// The same for what follows from that in later passes of the event loop: an output connects to
     /// its channel there, and the channel sends what that takes.
@@ -53,8 +54,8 @@ struct HubBench
     bool reconnect()
     {
         server.drop_connections();
-        return QTest::qWaitFor([this] { return !hub->is_connected(); }, 20000)
-            && QTest::qWaitFor([this] { return hub->is_connected(); }, 20000) && sync();
+        return QTest::qWaitFor([this] { return !hub->is_connected(); }, patience_ms)
+            && QTest::qWaitFor([this] { return hub->is_connected(); }, patience_ms) && sync();
     }
 
     /// What happens every ten seconds, now. It never happens by itself here.
@@ -66,7 +67,8 @@ struct HubBench
         AString const value = AString::l1(configuration);
         server.with_world([&](VeskWorld &world) { world.configuration.set(name, value); });
         CFItemModel const *item = hub->get_cf_model()->get_item(QString(name));
-        return QTest::qWaitFor([&] { return item->get() == QString(value); }, 20000) && sync();
+        return QTest::qWaitFor([&] { return item->get() == QString(value); }, patience_ms)
+            && sync();
     }
 
     WireLog log;

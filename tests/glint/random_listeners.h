@@ -3,6 +3,7 @@
 
 #include "ATarnLib/glint/cf_channel_config.h"
 #include "tests/glint/hub_bench.h"
+#include "tests/support/patience.h"
 
 #include <iterator>
 #include <random>

@@ -2,6 +2,7 @@
 #include "ATarnLib/base/aobject_relay.h"
 #include "ATarnLib/glint/asignal_router.h"
 #include "tests/support/event_loop.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>

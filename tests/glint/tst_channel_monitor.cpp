@@ -5,6 +5,7 @@
 #include "tests/glint/report_text.h"
 #include "tests/glint/signal_notes.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>

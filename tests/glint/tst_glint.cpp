@@ -8,6 +8,7 @@
 #include "tests/glint/hub_bench.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/own_network.h"
+#include "tests/support/patience.h"
 #include "tests/support/scripted_server.h"
 
 #include <QSignalSpy>

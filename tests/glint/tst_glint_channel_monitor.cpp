@@ -6,6 +6,7 @@
 #include "tests/glint/signal_notes.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/event_loop.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>

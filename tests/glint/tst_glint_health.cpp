@@ -4,6 +4,7 @@
 #include "tests/glint/report_text.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/event_loop.h"
+#include "tests/support/patience.h"
 #include "tests/support/virtual_time.h"
 
 #include <QMetaProperty>

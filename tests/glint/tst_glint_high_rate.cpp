@@ -8,6 +8,7 @@
 #include "tests/support/assert_log.h"
 #include "tests/support/count_here.h"
 #include "tests/support/event_loop.h"
+#include "tests/support/patience.h"
 
 #include <QEventLoop>
 #include <QTest>

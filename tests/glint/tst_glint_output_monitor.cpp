@@ -6,6 +6,7 @@
 #include "tests/glint/report_text.h"
 #include "tests/glint/signal_notes.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 
 #include <QTest>
 
@@ -30,7 +31,8 @@ struct OutputBench : HubBench
     {
         return connect() && set_board("VVVV")
             && QTest::qWaitFor(
-                [this] { return hub->get_output_monitor(3)->channel_monitor() != nullptr; }, 20000)
+                [this] { return hub->get_output_monitor(3)->channel_monitor() != nullptr; },
+                patience_ms)
             && sync();
     }
     Channel *channel_of(unsigned int output) const

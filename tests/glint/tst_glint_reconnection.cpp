@@ -12,6 +12,7 @@
 #include "tests/glint/world_shaker.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/event_loop.h"
+#include "tests/support/patience.h"
 #include "tests/support/thoroughness.h"
 
 #include <QLoggingCategory>
@@ -40,7 +41,7 @@ ATimer *connect_timer(Glint const &hub)
 /// Runs the event loop until \a state is true, without a pause between its passes.
 bool run_until(std::function<bool()> const &state)
 {
-    QDeadlineTimer const limit(20000);
+    QDeadlineTimer const limit(patience_ms);
     while (!state() && !limit.hasExpired())
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     return state();

@@ -5,6 +5,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/xml_parse_engine2.h"
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 #include "tests/support/storm_listener.h"
 #include "tests/support/thoroughness.h"
 
@@ -130,7 +131,7 @@ struct StormBench
                 }
                 return true;
             },
-            60000);
+            2 * patience_ms);
     }
     /// Lets fields pass, with a turn of the event loop after each.
     void live(unsigned int fields)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/glint/glint_worker.h"
 #include "tests/glint/report_text.h"
+#include "tests/support/patience.h"
 
 #include <QSemaphore>
 #include <QSignalSpy>
@@ -51,7 +52,7 @@ void TestGlintWorker::work_waits_until_its_result_is_there()
     QSignalSpy wakes(worker.get(), &GlintWorker::work_available);
     XMLTree const report = ReportText::parsed(ReportText::ltc(1));
     worker->add_work(1, report);
-    QVERIFY(worker->begun.tryAcquire(1, 20000));
+    QVERIFY(worker->begun.tryAcquire(1, patience_ms));
     // The worker has taken it, and is not through with it.
     QCOMPARE(worker->work_waiting(), 1U);
     worker->add_work(1, report);
@@ -60,7 +61,7 @@ void TestGlintWorker::work_waits_until_its_result_is_there()
     // Awake as it is, it is not woken for them.
     QCOMPARE(wakes.count(), 1);
     worker->allowed.release(3);
-    QVERIFY(worker->published.tryAcquire(1, 20000));
+    QVERIFY(worker->published.tryAcquire(1, patience_ms));
     QCOMPARE(worker->work_waiting(), 0U);
 }
 

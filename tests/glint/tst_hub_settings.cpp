@@ -6,6 +6,7 @@
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
+#include "tests/support/patience.h"
 
 #include <QTest>
 
@@ -46,7 +47,7 @@ struct Bench : HubBench
 
     bool scan()
     {
-        return QTest::qWaitFor([this] { return cf->is_fully_scanned(); }, 20000);
+        return QTest::qWaitFor([this] { return cf->is_fully_scanned(); }, patience_ms);
     }
     QString saved(int number) { return server.setting(AString(panel(number))).value().saved; }
     void set_by_another(int number, QString const &value)
@@ -59,13 +60,14 @@ struct Bench : HubBench
     /// Ends the connection and begins the next one without waiting for the hub's timer.
     bool reconnect_now()
     {
-        if (!QTest::qWaitFor([this] { return server.counters().open_connections == 1; }, 20000))
+        if (!QTest::qWaitFor(
+                [this] { return server.counters().open_connections == 1; }, patience_ms))
             return false;
         server.drop_connections();
-        if (!QTest::qWaitFor([this] { return !hub->is_connected(); }, 20000))
+        if (!QTest::qWaitFor([this] { return !hub->is_connected(); }, patience_ms))
             return false;
         hub->stay_connected();
-        return QTest::qWaitFor([this] { return hub->is_connected(); }, 20000);
+        return QTest::qWaitFor([this] { return hub->is_connected(); }, patience_ms);
     }
 };
 

@@ -3,6 +3,7 @@
 #include "sim/vesk/vesk_world.h"
 #include "tests/glint/hub_bench.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>

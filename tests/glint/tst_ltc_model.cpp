@@ -5,6 +5,7 @@
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>

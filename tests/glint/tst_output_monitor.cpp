@@ -4,6 +4,7 @@
 #include "ATarnLib/glint/output_monitor.h"
 #include "tests/glint/hub_bench.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 
 #include <QTest>
 

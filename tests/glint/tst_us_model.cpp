@@ -5,6 +5,7 @@
 #include "tests/support/assert_log.h"
 #include "tests/support/astring_make.h"
 #include "tests/support/latin1_text.h"
+#include "tests/support/patience.h"
 
 #include <QPointer>
 #include <QSignalSpy>

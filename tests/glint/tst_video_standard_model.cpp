@@ -5,6 +5,7 @@
 #include "tests/support/astring_make.h"
 #include "tests/support/astring_print.h"
 #include "tests/support/linked_client.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>

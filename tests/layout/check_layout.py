@@ -42,6 +42,9 @@ SIM_FORBIDDEN = {CORE + "protocol/" + name for name in (
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
 NAP = re.compile(r"QTest::qWait\(|QTest::qSleep\(|sleep_for|sleep_until|[^_a-z]usleep\(|"
                  r"nanosleep\(|QThread::m?sleep\(|QThread::usleep\(|time\.sleep\(|\bsleep \d")
+# Without the header these give up after the toolkit's own 5 seconds.
+WAIT = re.compile(r"\bQTRY_|\bqWaitFor")
+PATIENCE = '#include "tests/support/patience.h"\n'
 # QtTest takes a slot of that name for the rows of another, and runs it with that one only.
 SLOT = re.compile(r"^\s*void (?:\w+::)?(\w+)\(\)", re.MULTILINE)
 MODULE_WIDE = re.compile(r"#\s*include\s+<Qt(Core|Gui|Widgets|Network|Test)>")
@@ -62,6 +65,9 @@ def offences(name, text):
             yield number, "module-wide header of the toolkit"
         if name.startswith("tests/") and not name.startswith("tests/layout/") and NAP.search(line):
             yield number, "waits on the clock"
+        if name.startswith("tests/") and name != "tests/support/patience.h" and \
+                not name.startswith("tests/layout/") and WAIT.search(line) and PATIENCE not in text:
+            yield number, "waits without tests/support/patience.h"
         slot = SLOT.match(line) if slots else None
         if slot and slot.group(1).endswith("_data") and slot.group(1)[:-5] not in slots:
             yield number, "never runs: " + slot.group(1)

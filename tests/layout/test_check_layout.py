@@ -41,6 +41,12 @@ class CheckLayout(unittest.TestCase):
     def test_waiting_on_the_clock_is_found(self):
         self.assertEqual(1, len(self.found("tests/base/tst_a.cpp", "    QTest::qWait(5);\n")))
 
+    def test_waiting_for_less_than_the_common_limit_is_found(self):
+        for wait in ("    QTRY_VERIFY(done);\n", "    return QTest::qWaitFor(done);\n"):
+            self.assertEqual(1, len(self.found("tests/base/tst_a.cpp", wait)))
+            self.assertEqual([], self.found("tests/base/tst_a.cpp",
+                                            '#include "tests/support/patience.h"\n' + wait))
+
     def test_rows_without_a_test_are_found(self):
         rows = "    void keeps_the_data()\n    {\n    }\n"
         self.assertEqual(["never runs: keeps_the_data"], self.found("tests/base/tst_a.cpp", rows))

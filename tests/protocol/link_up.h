@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
+#include "tests/support/patience.h"
 #include "tests/support/scripted_server.h"
 
 #include <QTest>
@@ -11,5 +12,5 @@ inline bool link_up(VCTP3::APIQt *api, ScriptedServer const &server)
 {
     api->connect_to_server(server.address());
     return QTest::qWaitFor(
-        [&] { return api->is_connected() && server.connections_open() == 1; }, 20000);
+        [&] { return api->is_connected() && server.connections_open() == 1; }, patience_ms);
 }

@@ -2,6 +2,7 @@
 #include "tests/protocol/link_up.h"
 #include "tests/protocol/message_rows.h"
 #include "tests/protocol/qt_rows.h"
+#include "tests/support/patience.h"
 #include "tests/support/scripted_server.h"
 
 #include <QMetaMethod>

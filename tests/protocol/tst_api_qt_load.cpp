@@ -2,6 +2,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
 #include "tests/protocol/link_up.h"
 #include "tests/protocol/server_texts.h"
+#include "tests/support/patience.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/socket_probe.h"
 

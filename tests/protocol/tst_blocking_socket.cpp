@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/blocking_socket_p.h"
+#include "tests/support/patience.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/socket_probe.h"
 
@@ -48,13 +49,13 @@ void TestBlockingSocket::carries_bytes_both_ways()
     auto const socket = connect_to(server);
     QVERIFY(socket);
     QCOMPARE(socket->send("<cmd></cmd>", 11), 11LL);
-    QCOMPARE(socket->wait_readable(20000, awake), BlockingSocket::Readable::yes);
+    QCOMPARE(socket->wait_readable(patience_ms, awake), BlockingSocket::Readable::yes);
     char bytes[100];
     QCOMPARE(socket->receive(bytes, sizeof bytes), 11LL);
     QCOMPARE(QByteArray(bytes, 11), QByteArray("<CMD></CMD>"));
 
     server.hang_up();
-    QCOMPARE(socket->wait_readable(20000, awake), BlockingSocket::Readable::yes);
+    QCOMPARE(socket->wait_readable(patience_ms, awake), BlockingSocket::Readable::yes);
     QCOMPARE(socket->receive(bytes, sizeof bytes), 0LL);
 }
 

@@ -5,6 +5,7 @@
 #include "tests/support/answers.h"
 #include "tests/support/assert_log.h"
 #include "tests/support/own_network.h"
+#include "tests/support/patience.h"
 #include "tests/support/scripted_server.h"
 #include "tests/support/socket_probe.h"
 #include "tests/support/virtual_time.h"

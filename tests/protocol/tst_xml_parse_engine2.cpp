@@ -3,6 +3,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/semaphores.h"
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/xml_parse_engine2.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -67,7 +68,7 @@ QString content(XMLTree const &tree)
 XMLTree next(XMLParseEngine2 &engine)
 {
     XMLTree tree;
-    (void)QTest::qWaitFor([&] { return !(tree = engine.get_xml()).is_null(); });
+    (void)QTest::qWaitFor([&] { return !(tree = engine.get_xml()).is_null(); }, patience_ms);
     return tree;
 }
 
@@ -122,7 +123,7 @@ public:
     {
         settled = false;
         start_probe();
-        bool const done = QTest::qWaitFor([this] { return settled.load(); });
+        bool const done = QTest::qWaitFor([this] { return settled.load(); }, patience_ms);
         QCoreApplication::processEvents();
         return done;
     }
@@ -391,7 +392,7 @@ std::unique_ptr<XMLParseEngine2::Prepared const> prepare(XMLTree const &tree)
 XMLParseEngine2::Message next_message(XMLParseEngine2 &engine)
 {
     XMLParseEngine2::Message message;
-    (void)QTest::qWaitFor([&] { return engine.take_message(&message); });
+    (void)QTest::qWaitFor([&] { return engine.take_message(&message); }, patience_ms);
     return message;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/xml_parse_engine2.h"
+#include "tests/support/patience.h"
 
 #include <QDeadlineTimer>
 #include <QTest>
@@ -32,7 +33,7 @@ bool take_processor(int number)
 /// Spins, as to be woken takes longer than what is waited for; false if it does not come.
 template <typename Predicate> bool spin_until(Predicate const &there)
 {
-    QDeadlineTimer const deadline(20000);
+    QDeadlineTimer const deadline(patience_ms);
     for (unsigned int spins = 1; !there(); ++spins) {
         if (spins % 65536 == 0 && deadline.hasExpired())
             return false;

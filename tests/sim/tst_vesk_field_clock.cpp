@@ -2,6 +2,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/base/clock.h"
 #include "sim/vesk/vesk_field_clock.h"
 #include "sim/vesk/vesk_field_timer.h"
+#include "tests/support/patience.h"
 
 #include <QTest>
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 #include "tests/support/wire_peer.h"
 
 #include <QTest>

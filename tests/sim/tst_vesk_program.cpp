@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 #include "tests/support/wire_peer.h"
 
 #include <QProcess>
@@ -38,8 +39,6 @@ private Q_SLOTS:
 
 namespace {
 
-constexpr int wait_ms = 20000;
-
 /// A running vesk-sim; killed at the end of its life.
 class Program
 {
@@ -55,18 +54,18 @@ public:
         }
         process.start(QStringLiteral(VESK_SIM_PROGRAM),
             QStringList{QStringLiteral("--address"), address.toString()} + arguments);
-        process.waitForReadyRead(wait_ms);
+        process.waitForReadyRead(patience_ms);
         if (unread)
             ::close(ends[1]);
     }
     ~Program()
     {
         process.kill();
-        process.waitForFinished(wait_ms);
+        process.waitForFinished(patience_ms);
     }
     int exit_code()
     {
-        if (process.state() != QProcess::NotRunning && !process.waitForFinished(wait_ms))
+        if (process.state() != QProcess::NotRunning && !process.waitForFinished(patience_ms))
             return -1;
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
     }
@@ -271,14 +270,13 @@ void TestVeskProgram::serves_with_its_streams_closed()
     process.start(QStringLiteral(VESK_SIM_PROGRAM),
         {QStringLiteral("--address"), address.toString(), QStringLiteral("--trace")});
     QTcpSocket socket;
-    QTRY_VERIFY_WITH_TIMEOUT(
-        (socket.connectToHost(address, 8913), socket.waitForConnected(1000)), wait_ms);
+    QTRY_VERIFY((socket.connectToHost(address, 8913), socket.waitForConnected(1000)));
     for (int connection = 0; connection < 3; ++connection) {
         WirePeer peer(address);
         QCOMPARE(peer.call("<sync/>"), QByteArrayList{"<ok />"});
     }
     process.terminate();
-    QVERIFY(process.waitForFinished(wait_ms));
+    QVERIFY(process.waitForFinished(patience_ms));
     QCOMPARE(process.exitCode(), 0);
 }
 

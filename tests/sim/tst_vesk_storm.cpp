@@ -2,6 +2,7 @@
 #include "sim/vesk/vesk_sim.h"
 #include "sim/vesk/vesk_station.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 #include "tests/support/storm_listener.h"
 #include "tests/support/wire_peer.h"
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tests/support/patience.h"
+
 #include <QCoreApplication>
 #include <QTest>
 #include <QTimer>

@@ -4,6 +4,7 @@
 #include "kestrel/mod/vctp3/tarnlibapi/protocol/api_qt.h"
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -46,7 +47,7 @@ public:
     /// Runs the event loop until \a state is true; false if that takes more than 20 seconds.
     static bool wait_for(std::function<bool()> const &state)
     {
-        return QTest::qWaitFor(state, 20000);
+        return QTest::qWaitFor(state, patience_ms);
     }
 
     VeskSim server{LoopbackAddress::unique()};

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tests/support/patience.h"
+
 #include <QCoreApplication>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -72,7 +74,7 @@ inline QString run(char const *slot)
             ::_exit(EXIT_FAILURE);
     });
     process.start(QCoreApplication::applicationFilePath(), {QString::fromLatin1(slot)});
-    if (!process.waitForFinished(25000))
+    if (!process.waitForFinished(3 * patience_ms))
         return QStringLiteral("The slot has not ended: ") + process.errorString();
     QString const said = QString::fromUtf8(process.readAll());
     bool const ran = said.contains(QStringLiteral("::%1()").arg(QLatin1String(slot)));

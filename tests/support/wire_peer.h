@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tests/support/patience.h"
+
 #include <QByteArray>
 #include <QByteArrayList>
 #include <QElapsedTimer>
@@ -19,7 +21,7 @@ public:
     explicit WirePeer(QHostAddress const &address, quint16 port = 8913)
     {
         socket.connectToHost(address, port);
-        socket.waitForConnected(wait_ms);
+        socket.waitForConnected(patience_ms);
         socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     }
 
@@ -28,7 +30,7 @@ public:
     void send(QByteArray const &bytes)
     {
         socket.write(bytes);
-        while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(wait_ms)) { }
+        while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(patience_ms)) { }
     }
     /// Sends a command element with an id of its own, which it returns.
     QByteArray command(QByteArray const &element)
@@ -71,7 +73,7 @@ public:
     /// True once the other side has closed.
     bool wait_for_end()
     {
-        return is_connected() ? socket.waitForDisconnected(wait_ms)
+        return is_connected() ? socket.waitForDisconnected(patience_ms)
                               : socket.state() == QAbstractSocket::UnconnectedState;
     }
     /// Ids in the order in which replies came, the replies taken since.
@@ -85,7 +87,7 @@ public:
         QElapsedTimer timer;
         timer.start();
         for (receive(); !done(); receive()) {
-            if (timer.elapsed() > wait_ms || !is_connected())
+            if (timer.elapsed() > patience_ms || !is_connected())
                 return done();
             socket.waitForReadyRead(20);
         }
@@ -95,8 +97,6 @@ public:
     QTcpSocket socket;
 
 private:
-    static constexpr int wait_ms = 20000;
-
     void receive()
     {
         socket.waitForReadyRead(0);

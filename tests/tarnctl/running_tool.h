@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tests/support/patience.h"
+
 #include <QHostAddress>
 #include <QProcess>
 #include <QStringList>
@@ -24,7 +26,7 @@ public:
     QStringList take_lines(int count)
     {
         QByteArray text;
-        while (text.count('\n') < count && (canReadLine() || waitForReadyRead(20000)))
+        while (text.count('\n') < count && (canReadLine() || waitForReadyRead(patience_ms)))
             text += readLine();
         return QString::fromUtf8(text).split(u'\n', Qt::SkipEmptyParts);
     }
@@ -37,7 +39,7 @@ public:
     /// Waits for the end; -1 if it does not come.
     int end_code()
     {
-        if (state() != QProcess::NotRunning && !waitForFinished(20000))
+        if (state() != QProcess::NotRunning && !waitForFinished(patience_ms))
             return -1;
         return exitStatus() == QProcess::NormalExit ? exitCode() : -1;
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tests/support/patience.h"
+
 #include <QHostAddress>
 #include <QProcess>
 #include <QStringList>
@@ -38,7 +40,7 @@ inline ToolRun run_tool(QStringList const &arguments)
     QProcess process;
     process.start(QStringLiteral(TARNCTL_PROGRAM), arguments);
     ToolRun run;
-    if (process.waitForFinished(25000) && process.exitStatus() == QProcess::NormalExit)
+    if (process.waitForFinished(patience_ms) && process.exitStatus() == QProcess::NormalExit)
         run.code = process.exitCode();
     run.out = QString::fromUtf8(process.readAllStandardOutput());
     run.err = QString::fromUtf8(process.readAllStandardError());
@@ -68,7 +70,7 @@ inline int run_unread(QStringList const &arguments)
     QProcess process;
     process.setChildProcessModifier([output = ends[1]] { ::dup2(output, STDOUT_FILENO); });
     process.start(QStringLiteral(TARNCTL_PROGRAM), arguments);
-    bool const ended = process.waitForFinished(25000);
+    bool const ended = process.waitForFinished(patience_ms);
     ::close(ends[1]);
     return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
@@ -80,7 +82,7 @@ inline ToolRun run_shell(QString const &line)
     shell.start(
         QStringLiteral("sh"), {QStringLiteral("-c"), line, QStringLiteral(TARNCTL_PROGRAM)});
     ToolRun run;
-    if (shell.waitForFinished(25000) && shell.exitStatus() == QProcess::NormalExit)
+    if (shell.waitForFinished(patience_ms) && shell.exitStatus() == QProcess::NormalExit)
         run.code = shell.exitCode();
     run.out = QString::fromUtf8(shell.readAllStandardOutput());
     run.err = QString::fromUtf8(shell.readAllStandardError());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 #include "tests/tarnctl/tool_run.h"
 
 #include <QElapsedTimer>
@@ -286,7 +287,7 @@ void TestTarnctl::ends_with_3_when_the_connection_is_lost_behind_an_error()
     QByteArray errors;
     QTRY_VERIFY((errors += process.readAllStandardError(), errors.contains("<- <reply>")));
     server->drop_connections();
-    QVERIFY(process.waitForFinished(20000));
+    QVERIFY(process.waitForFinished(patience_ms));
     errors += process.readAllStandardError();
     QVERIFY2(errors.endsWith(
                  "the connection to " + server->address().toString().toLatin1() + " was lost\n"),
@@ -302,7 +303,7 @@ void TestTarnctl::ends_with_3_when_the_server_talks_nonsense()
         words("call sync --trace --server") << server->address().toString());
     QTRY_COMPARE(server->counters().count("sync"), 1U);
     server->say("<reply><ok></reply>");
-    QVERIFY(process.waitForFinished(20000));
+    QVERIFY(process.waitForFinished(patience_ms));
     QCOMPARE(process.exitCode(), 3);
 }
 
@@ -441,7 +442,7 @@ void TestTarnctl::is_silent_in_a_locale_without_utf8()
         {QStringLiteral("--server"), server->address().toString(), QStringLiteral("--trace"),
             QStringLiteral("call"), QStringLiteral("debug_label"),
             QStringLiteral("DebugString=ü€𝄞")});
-    QVERIFY(process.waitForFinished(20000));
+    QVERIFY(process.waitForFinished(patience_ms));
     QCOMPARE(QString::fromUtf8(process.readAllStandardError()),
         QStringLiteral("-> <cmd><xid>1</xid><debug_label><DebugString>ü€𝄞</DebugString>"
                        "</debug_label></cmd>\n<- <reply><xid>1</xid><ok /></reply>\n"));
@@ -503,7 +504,7 @@ void TestTarnctl::bash_completes_words_that_it_parts_itself()
                            "Layer=n\" \"$1 meta \" \"$1 watch --reports=channel_st\"; do "
                            "COMP_POINT=${#COMP_LINE}; _tarnctl; echo \"${COMPREPLY[@]}\"; done"),
             QStringLiteral(TARNCTL_SOURCES "/tarnctl.bash"), QStringLiteral(TARNCTL_PROGRAM)});
-    QVERIFY(bash.waitForFinished(20000));
+    QVERIFY(bash.waitForFinished(patience_ms));
     QCOMPARE(bash.readAllStandardError(), QByteArray());
     QCOMPARE(
         bash.readAllStandardOutput(), QByteArray("normal\nget set erase watch\nchannel_status\n"));

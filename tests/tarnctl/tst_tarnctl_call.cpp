@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 #include "tests/tarnctl/call_samples.h"
 #include "tests/tarnctl/demo_server.h"
 #include "tests/tarnctl/message_samples.h"
@@ -169,7 +170,7 @@ void TestTarnctlCall::prints_every_kind_of_reply_with_all_its_elements()
             + arguments);
     QTRY_COMPARE(server->counters().count(QTest::currentDataTag()), 1U);
     server->say(replies);
-    QVERIFY(process.waitForFinished(20000));
+    QVERIFY(process.waitForFinished(patience_ms));
     QCOMPARE(QString::fromUtf8(process.readAllStandardOutput()), lines.join(u'\n') + u'\n');
     QCOMPARE(process.readAllStandardError(), QByteArray());
     QCOMPARE(process.exitCode(), 0);

@@ -3,6 +3,7 @@
 #include "tests/glint/report_text.h"
 #include "tests/glint/wire_log.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 #include "tests/tarnctl/demo_server.h"
 #include "tests/tarnctl/running_tool.h"
 #include "tests/tarnctl/tool_run.h"
@@ -329,12 +330,11 @@ void TestTarnctlMonitor::ends_quietly_when_its_reader_has_gone()
                            "echo $? >&2; } | head -n 1")
                 .arg(address.toString()),
             QStringLiteral(TARNCTL_PROGRAM)});
-    QTRY_VERIFY_WITH_TIMEOUT(log->registered().contains(QStringLiteral("A timecode")), 20000);
+    QTRY_VERIFY(log->registered().contains(QStringLiteral("A timecode")));
     // Each round gives another report, until the program notices that nobody reads.
     int position = 0;
-    QTRY_VERIFY_WITH_TIMEOUT(
-        (server->say(ReportText::timecode(0, ++position)), shell.state() == QProcess::NotRunning),
-        20000);
+    QTRY_VERIFY(
+        (server->say(ReportText::timecode(0, ++position)), shell.state() == QProcess::NotRunning));
     QCOMPARE(shell.readAllStandardError(), QByteArray("0\n"));
 }
 
@@ -357,18 +357,18 @@ void TestTarnctlMonitor::goes_on_by_itself_when_the_server_is_back()
         (QStringList{QStringLiteral(R"({"channel":"A","signal":"status","value":"stop"})"),
             QStringLiteral(R"({"channel":"B","signal":"status","value":"idle"})")}));
     server->stop();
-    QTRY_COMPARE_WITH_TIMEOUT(server->counters().open_connections, 0U, 20000);
+    QTRY_COMPARE(server->counters().open_connections, 0U);
     QString const lost = QStringLiteral("tarnctl: the connection to %1 was lost, dialling again\n")
                              .arg(address.toString());
-    QTRY_COMPARE_WITH_TIMEOUT(process->error_text(), lost, 20000);
+    QTRY_COMPARE(process->error_text(), lost);
     log->take();
     server->restart(VeskState::keep);
     // The restart has emptied channel A.
     QCOMPARE(process->take_lines(2),
         (QStringList{QStringLiteral(R"({"channel":"A","signal":"status","value":"idle"})"),
             QStringLiteral(R"({"channel":"B","signal":"status","value":"idle"})")}));
-    QTRY_COMPARE_WITH_TIMEOUT(process->error_text(),
-        lost + QStringLiteral("tarnctl: connected to %1 again\n").arg(address.toString()), 20000);
+    QTRY_COMPARE(process->error_text(),
+        lost + QStringLiteral("tarnctl: connected to %1 again\n").arg(address.toString()));
     QCOMPARE(log->commands(QStringLiteral("channel_report_register")),
         (QStringList{QStringLiteral("channel_report_register A status"),
             QStringLiteral("channel_report_register B status")}));
@@ -380,7 +380,7 @@ void TestTarnctlMonitor::goes_on_when_the_connection_is_lost_before_anything_was
     // Time stands still, and with it the replies that are to wait for a field.
     server->delay_replies(1);
     process->begin(address, words("--json monitor --channels A --signals status"));
-    QTRY_COMPARE_WITH_TIMEOUT(server->counters().count("sync"), 1U, 20000);
+    QTRY_COMPARE(server->counters().count("sync"), 1U);
     server->drop_connections();
     server->clear_faults();
     QCOMPARE(process->take_lines(1),

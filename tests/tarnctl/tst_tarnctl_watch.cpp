@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sim/vesk/vesk_sim.h"
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 #include "tests/tarnctl/message_samples.h"
 #include "tests/tarnctl/running_tool.h"
 #include "tests/tarnctl/tool_run.h"
@@ -66,7 +67,7 @@ void TestTarnctlWatch::cleanup()
 void TestTarnctlWatch::start(QStringList const &arguments, char const *registration, quint64 count)
 {
     process->begin(address, arguments);
-    QTRY_VERIFY_WITH_TIMEOUT(server->counters().count(registration) >= count, 20000);
+    QTRY_VERIFY(server->counters().count(registration) >= count);
 }
 
 void TestTarnctlWatch::registers_for_everything_on_all_channels()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/timecode/aspect_layout.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -344,7 +345,7 @@ void TestAspectLayout::child_of_a_widget_is_placed()
     QCOMPARE(child->parentWidget(), &widget);
     widget.resize(320, 90);
     widget.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&widget));
+    QVERIFY(QTest::qWaitForWindowExposed(&widget, patience_ms));
     QCOMPARE(child->geometry(), QRect(0, 0, 321, 90));
     widget.resize(160, 190);
     QTRY_COMPARE(child->geometry(), QRect(0, 0, 160, 190));

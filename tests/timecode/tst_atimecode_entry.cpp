@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/timecode/widgets/atimecode_entry.h"
+#include "tests/support/patience.h"
 #include "tests/timecode/readout_text.h"
 #include "tests/timecode/standard_numbers.h"
 
@@ -431,7 +432,7 @@ void TestATimecodeEntry::auto_highlight_selects_all_on_focus()
     entry.setText(QStringLiteral("1234"));
     window.show();
     QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, patience_ms));
     for (bool on : {true, false}) {
         entry.set_auto_highlight(on);
         QCOMPARE(entry.get_auto_highlight(), on);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/timecode/widgets/atimecode_label.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 #include "tests/timecode/readout_text.h"
 #include "tests/timecode/standard_numbers.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/timecode/widgets/atimecode_entry.h"
 #include "ATarnLib/timecode/widgets/timecode_delegate.h"
+#include "tests/support/patience.h"
 #include "tests/timecode/standard_numbers.h"
 
 #include <QAbstractItemModelTester>
@@ -142,7 +143,7 @@ void TestTimecodeDelegate::editor_is_an_entry_that_highlights()
 void TestTimecodeDelegate::typed_timecode_goes_to_the_model()
 {
     Table table;
-    QVERIFY(QTest::qWaitForWindowActive(&table.view));
+    QVERIFY(QTest::qWaitForWindowActive(&table.view, patience_ms));
     ATimecodeEntry *entry = table.edit(0);
     QVERIFY(entry);
     QTRY_COMPARE(entry->selectedText(), QStringLiteral("01.02.03.04"));
@@ -285,7 +286,7 @@ void TestTimecodeDelegate::hover_background_follows_the_mouse_in_a_view()
     Table table;
     table.view.setSelectionMode(QAbstractItemView::NoSelection);
     table.delegate.set_hover_background(QColor(10, 80, 10));
-    QVERIFY(QTest::qWaitForWindowActive(&table.view));
+    QVERIFY(QTest::qWaitForWindowActive(&table.view, patience_ms));
     QWidget *viewport = table.view.viewport();
     viewport->setAttribute(Qt::WA_Hover);
     auto const shown = [&](int row) {
