@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/scripted_server.h"
 
+#include "tests/support/patience.h"
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -26,7 +28,7 @@ int listen_on(QHostAddress const &address, int receive_buffer)
     own.sin_family = AF_INET;
     own.sin_addr.s_addr = htonl(address.toIPv4Address());
     own.sin_port = htons(ScriptedServer::port);
-    int const descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    int const descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     int const on = 1;
     ::setsockopt(descriptor, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
     if (receive_buffer > 0)
@@ -83,6 +85,7 @@ void ScriptedServer::say(QByteArray const &bytes)
 {
     {
         Lock lock(mutex);
+        accept_waiting();
         for (Connection &connection : connections)
             connection.to_send.append(bytes.constData(), bytes.size());
         stalled = false;
@@ -90,15 +93,17 @@ void ScriptedServer::say(QByteArray const &bytes)
     wake_thread();
 }
 
-void ScriptedServer::say_bytewise(QByteArray const &bytes, int descriptor) const
+void ScriptedServer::say_bytewise(QByteArray const &bytes, int descriptor)
 {
     int own = -1;
     {
         Lock lock(mutex);
+        accept_waiting();
         if (connections.empty())
             return;
         own = connections.back().descriptor;
     }
+    wake_thread();
     for (char const byte : bytes) {
         if (::send(own, &byte, 1, MSG_NOSIGNAL) != 1)
             return;
@@ -134,6 +139,11 @@ void ScriptedServer::kill()
         stop_listening();
         close_all();
     });
+}
+
+void ScriptedServer::refuse_connections()
+{
+    on_thread([this] { stop_listening(); });
 }
 
 void ScriptedServer::restart()
@@ -182,7 +192,7 @@ qint64 ScriptedServer::bytes_delivered() const
 
 bool ScriptedServer::wait_for(std::function<bool()> const &state)
 {
-    auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    auto const deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(patience_ms);
     while (!state()) {
         if (std::chrono::steady_clock::now() > deadline)
             return false;
@@ -191,8 +201,13 @@ bool ScriptedServer::wait_for(std::function<bool()> const &state)
     return true;
 }
 
-bool ScriptedServer::wait_until_stalled() const
+bool ScriptedServer::wait_until_stalled()
 {
+    {
+        Lock lock(mutex);
+        stalled = false;
+    }
+    wake_thread();
     return wait_for([this] {
         Lock lock(mutex);
         return stalled;
@@ -205,6 +220,7 @@ void ScriptedServer::run()
     while (!ending) {
         if (wait_for_events(lock) < 0)
             return;
+        accept_waiting();
         for (auto const &task : tasks)
             task();
         tasks.clear();
@@ -232,13 +248,12 @@ int ScriptedServer::wait_for_events(Lock &lock)
         eventfd_t count = 0;
         ::eventfd_read(wake, &count);
     }
-    for (std::size_t i = connections.size(); i-- > 0;)
+    // Those taken meanwhile have their turn in the next pass.
+    for (std::size_t i = entries.size() - 2; i-- > 0;)
         serve(connections[i], entries[i + 2].revents, lock);
     auto const gone = std::remove_if(connections.begin(), connections.end(),
         [](Connection const &connection) { return connection.descriptor < 0; });
     connections.erase(gone, connections.end());
-    if (entries[1].revents != 0)
-        accept_one();
     return ready;
 }
 
@@ -252,18 +267,6 @@ void ScriptedServer::serve(Connection &connection, short events, Lock &lock)
     }
     if (connection.descriptor >= 0 && (events & POLLOUT))
         write_some(connection);
-}
-
-void ScriptedServer::accept_one()
-{
-    int const descriptor = ::accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    int const on = 1;
-    ::setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    ++made;
-    newest_received.clear();
-    connections.push_back({descriptor, {}, 0, {}, 0});
 }
 
 void ScriptedServer::read_some(Connection &connection, Lock &lock)
@@ -345,6 +348,20 @@ void ScriptedServer::on_thread(std::function<void()> const &task)
     tasks.push_back(task);
     wake_thread();
     tasks_done.wait(lock, [this] { return tasks.empty(); });
+}
+
+void ScriptedServer::accept_waiting()
+{
+    for (;;) {
+        int const descriptor = ::accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
+        if (descriptor < 0)
+            return;
+        int const on = 1;
+        ::setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+        ++made;
+        newest_received.clear();
+        connections.push_back({descriptor, {}, 0, {}, 0});
+    }
 }
 
 void ScriptedServer::wake_thread() const

@@ -8,13 +8,15 @@
 #include <QList>
 
 #include <condition_variable>
+#include <deque>
 #include <functional>
 #include <mutex>
 #include <thread>
 #include <vector>
 
 /// A far end that says what it is told, on a thread and an address of its own, so that a test can
-/// block while the far end goes on. It knows messages only by their closing tag.
+/// block while the far end goes on. It knows messages only by their closing tag. Who is connected
+/// when it is told something is meant by it, whether it has taken the connection yet or not.
 /// Thread: any.
 class ScriptedServer
 {
@@ -44,15 +46,17 @@ public:
     void say(QByteArray const &bytes);
     /// Sends a byte at a time to the newest connection, each when the far end's \a descriptor, one
     /// of this process, holds nothing more to read. Blocks until all are read.
-    void say_bytewise(QByteArray const &bytes, int descriptor) const;
+    void say_bytewise(QByteArray const &bytes, int descriptor);
     /// Stops or goes on taking what clients send.
     void set_reading(bool on);
     /// The kernel's receive buffer of connections made from now on, in bytes.
     void set_receive_buffer(int bytes);
 
-    /// These return when it is done. `kill` also lets nobody in until `restart`.
+    /// These return when it is done. `kill` also lets nobody in until `restart`, and
+    /// `refuse_connections` does that alone.
     void hang_up();
     void kill();
+    void refuse_connections();
     void restart();
 
     int connections_made() const;
@@ -66,10 +70,10 @@ public:
     /// Those of them that have reached the far end's kernel, with the one connection there is.
     qint64 bytes_delivered() const;
 
-    /// Blocks until \a state is true; false if that takes more than 20 seconds.
+    /// Blocks until \a state is true; false if that takes more than `patience_ms`.
     static bool wait_for(std::function<bool()> const &state);
-    /// Blocks until there is something to send and nobody has taken any of it for 200 ms.
-    bool wait_until_stalled() const;
+    /// Blocks until there is something to send and from now on nobody takes any of it for 200 ms.
+    bool wait_until_stalled();
 
 private:
     struct Connection
@@ -86,7 +90,6 @@ private:
     void run();
     int wait_for_events(Lock &lock);
     void serve(Connection &connection, short events, Lock &lock);
-    void accept_one();
     void read_some(Connection &connection, Lock &lock);
     void answer_commands(Connection &connection, Lock &lock);
     void write_some(Connection &connection);
@@ -95,6 +98,8 @@ private:
     void close_all();
 
     void on_thread(std::function<void()> const &task);
+    /// Takes the connections that are made: to their clients they are open.
+    void accept_waiting();
     void wake_thread() const;
 
     QHostAddress const host;
@@ -112,6 +117,6 @@ private:
     Answer answer;
     QList<QByteArray> all_commands;
     QByteArray newest_received;
-    std::vector<Connection> connections; // newest last
+    std::deque<Connection> connections; // newest last; one that is served stays where it is
     std::thread thread;
 };

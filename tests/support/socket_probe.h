@@ -4,6 +4,7 @@
 #include <QHostAddress>
 
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -42,6 +43,13 @@ inline int unread_bytes(int descriptor)
 {
     int count = 0;
     return ::ioctl(descriptor, FIONREAD, &count) == 0 ? count : 0;
+}
+
+/// Whether a write may have to wait for room.
+inline bool is_full(int descriptor)
+{
+    pollfd entry{descriptor, POLLOUT, 0};
+    return descriptor >= 0 && ::poll(&entry, 1, 0) == 0;
 }
 
 /// What a write may leave in the kernel; it takes at least some 4 KiB.
