@@ -126,7 +126,7 @@ void TestASemaphoreObject::who_takes_a_permit_sees_what_was_done_before_it_was_g
     QTest::addColumn<int>("milliseconds");
     QTest::newRow("acquire") << -1;
     QTest::newRow("tryAcquire") << 0;
-    QTest::newRow("tryAcquire with a limit") << 20000;
+    QTest::newRow("tryAcquire with a limit") << patience_ms;
 }
 
 void TestASemaphoreObject::who_takes_a_permit_sees_what_was_done_before_it_was_given()

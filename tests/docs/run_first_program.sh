@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Runs PROGRAM against SIMULATOR on an address of its own; it must see channel A play.
 set -euo pipefail
-address=127.94.$((RANDOM % 250 + 1)).$((RANDOM % 250 + 1))
+address=127.254.$((RANDOM % 250 + 1)).$((RANDOM % 250 + 1))
 coproc "$2" --address "$address" --demo --run-time 60
 trap 'kill $COPROC_PID 2>/dev/null || true' EXIT
 read -r -t 20 line <&"${COPROC[0]}"

@@ -30,8 +30,9 @@ QByteArray report(int n)
 /// Bytes of messages that have left the kernel and have not come out as a report.
 qint64 held_by_client(ScriptedServer const &server, int descriptor, qint64 handled)
 {
-    int const unread = SocketProbe::unread_bytes(descriptor);
-    return server.bytes_delivered() - unread - handled;
+    // In this order: what is delivered in between is not held by the client, but unread.
+    qint64 const delivered = server.bytes_delivered();
+    return delivered - SocketProbe::unread_bytes(descriptor) - handled;
 }
 
 /// A group and how many answers it owes and has given.

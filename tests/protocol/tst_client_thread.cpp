@@ -59,8 +59,10 @@ private Q_SLOTS:
 void TestClientThread::has_a_stack_of_64_kib()
 {
     std::size_t const stack = look(0).stack;
+    // The platform's least is larger on machines with wide registers.
+    auto const least = std::size_t(qMax(65536L, ::sysconf(_SC_THREAD_STACK_MIN)));
     // A sanitizer adds what it needs itself.
-    QVERIFY2(sanitized ? stack >= 65536 : stack == 65536, QByteArray::number(qint64(stack)));
+    QVERIFY2(sanitized ? stack >= least : stack == least, QByteArray::number(qint64(stack)));
 }
 
 void TestClientThread::takes_a_lower_priority()

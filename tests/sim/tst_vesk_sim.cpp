@@ -357,7 +357,8 @@ void TestVeskSim::gives_up_a_connection_that_does_not_read()
     VeskSim server(LoopbackAddress::unique(), options);
     WirePeer idle(server.address());
     idle.call("<sync/>");
-    for (int round = 0; round < 7; ++round)
+    // So much as the kernel, which takes as much as it likes, leaves to the server.
+    for (int round = 0; round < 20 && server.counters().open_connections > 0; ++round)
         server.say(QByteArray(10 * 1024 * 1024, ' '));
     QCOMPARE(server.counters().open_connections, quint64(0));
     QVERIFY(lines.contains("#1   closed, since it does not read"));
