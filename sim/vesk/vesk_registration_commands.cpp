@@ -8,8 +8,7 @@ VeskRegistrationCommands::VeskRegistrationCommands(VeskWorld *world)
 
 void VeskRegistrationCommands::add(quint64 connection, VCTP3::ReportType group)
 {
-    if (!registered.add(group))
-        return;
+    registered.add(group);
     for (XMLTree const &state : model->group_reports(group))
         model->reporter->report_to(connection, state);
 }
@@ -17,8 +16,8 @@ void VeskRegistrationCommands::add(quint64 connection, VCTP3::ReportType group)
 void VeskRegistrationCommands::add(
     quint64 connection, VCTP3::Channel channel, VCTP3::ChannelReportType group)
 {
-    if (registered.add(channel, group))
-        model->reporter->report_to(connection, model->channel_report(channel, group));
+    registered.add(channel, group);
+    model->reporter->report_to(connection, model->channel_report(channel, group));
 }
 
 void VeskRegistrationCommands::on_report_register(

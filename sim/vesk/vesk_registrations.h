@@ -11,15 +11,13 @@
 class VeskRegistrations
 {
 public:
-    /// True if it was not registered before.
-    bool add(VCTP3::ReportType group) { return put(&groups, index(group)); }
+    void add(VCTP3::ReportType group) { groups.set(index(group)); }
     void remove(VCTP3::ReportType group) { groups.reset(index(group)); }
     bool has(VCTP3::ReportType group) const { return groups.test(index(group)); }
 
-    /// True if it was not registered before.
-    bool add(VCTP3::Channel channel, VCTP3::ChannelReportType group)
+    void add(VCTP3::Channel channel, VCTP3::ChannelReportType group)
     {
-        return put(&channels[index(channel)], index(group));
+        channels[index(channel)].set(index(group));
     }
     void remove(VCTP3::Channel channel, VCTP3::ChannelReportType group)
     {
@@ -34,12 +32,6 @@ private:
     template <typename Enum> static std::size_t index(Enum value)
     {
         return static_cast<std::size_t>(value);
-    }
-    template <std::size_t n> static bool put(std::bitset<n> *set, std::size_t at)
-    {
-        bool const fresh = !set->test(at);
-        set->set(at);
-        return fresh;
     }
 
     std::bitset<12> groups;
