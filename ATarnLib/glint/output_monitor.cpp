@@ -70,9 +70,11 @@ void OutputMonitor::cf_changed()
 
 void OutputMonitor::sig_attach(QByteArray const &signature)
 {
-    // Once, however many listeners there are here.
+    // Once, however many listeners there are here. The channel's monitor must hear of each, so that
+    // each gets the present value.
+    sig_detach(signature);
     if (source)
-        connect(source, signature.constData(), this, signature.constData(), Qt::UniqueConnection);
+        connect(source, signature.constData(), this, signature.constData());
 }
 
 void OutputMonitor::sig_detach(QByteArray const &signature)

@@ -16,7 +16,7 @@ class ChannelMonitor;
 
 /// The live state of one output as an object of the application: the signals of the channel that
 /// the configuration gives it, out of twelve. It connects to the channel's monitor only while its
-/// own signal is listened to.
+/// own signal is listened to, and anew for each listener, so that each gets the present value.
 ///
 /// `GlintOutputMonitor` does the same for those who need no object of their own.
 /// Thread: the hub's.

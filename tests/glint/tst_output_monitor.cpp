@@ -41,6 +41,7 @@ private Q_SLOTS:
     void has_the_signals_of_a_channel();
     void passes_on_what_is_listened_to();
     void two_listeners_hear_each_value_once();
+    void each_listener_gets_the_present_value();
     void moves_with_the_configuration();
     void a_channel_of_twelve_or_above_is_none();
     void the_last_listener_ends_the_report();
@@ -118,6 +119,27 @@ void TestOutputMonitor::two_listeners_hear_each_value_once()
     Q_EMIT bench.hub->report_channel_clipid(Channel::C, AString::l1("x"));
     QCOMPARE(first, 1);
     QCOMPARE(second, 1);
+}
+
+void TestOutputMonitor::each_listener_gets_the_present_value()
+{
+    OutputBench bench;
+    QVERIFY(bench.start());
+    OutputMonitor monitor(2, bench.hub->get_channel_config(), bench.monitors.data(), 12);
+    QList<int> first;
+    QList<int> second;
+    auto const listen = [&](QList<int> *speeds) {
+        connect(&monitor, &OutputMonitor::sig_speed, this,
+            [speeds](int speed) { speeds->append(speed); });
+    };
+    listen(&first);
+    QVERIFY(bench.settle());
+    QCOMPARE(first, QList<int>{0});
+    listen(&second);
+    QVERIFY(bench.settle());
+    QCOMPARE(second, QList<int>{0});
+    // The server tells it anew, and nothing was unregistered for that.
+    QCOMPARE(bench.log.channel_reports(), QStringList(2, WireLog::registration("C", "speed")));
 }
 
 void TestOutputMonitor::moves_with_the_configuration()
