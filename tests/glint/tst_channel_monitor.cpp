@@ -71,6 +71,45 @@ struct MonitorNotes : SignalNotes
     }
 };
 
+/// What can be asked about a report.
+struct ReportQuestions
+{
+    char const *report;
+    bool (ChannelMonitor::*is_needed)() const;
+    bool (*is_needed_by)(QByteArray const &signature);
+};
+
+constexpr ReportQuestions report_questions[] = {
+    {"status", &ChannelMonitor::has_receiver_status, &ChannelMonitor::is_sig_status},
+    {"clipid", &ChannelMonitor::has_receiver_clipid, &ChannelMonitor::is_sig_clipid},
+    {"speed", &ChannelMonitor::has_receiver_speed, &ChannelMonitor::is_sig_speed},
+    {"timecode", &ChannelMonitor::has_receiver_timecode, &ChannelMonitor::is_sig_timecode},
+    {"info", &ChannelMonitor::has_receiver_info, &ChannelMonitor::is_sig_info},
+    {"peak", &ChannelMonitor::has_receiver_peak, &ChannelMonitor::is_sig_peak},
+    {"aux_audio_status", &ChannelMonitor::has_receiver_aux_audio_status,
+        &ChannelMonitor::is_sig_aux_audio_status},
+    {"aux_audio_clipid", &ChannelMonitor::has_receiver_aux_audio_clipid,
+        &ChannelMonitor::is_sig_aux_audio_clipid},
+    {"aux_audio_speed", &ChannelMonitor::has_receiver_aux_audio_speed,
+        &ChannelMonitor::is_sig_aux_audio_speed},
+    {"aux_audio_timecode", &ChannelMonitor::has_receiver_aux_audio_timecode,
+        &ChannelMonitor::is_sig_aux_audio_timecode},
+    {"aux_audio_info", &ChannelMonitor::has_receiver_aux_audio_info,
+        &ChannelMonitor::is_sig_aux_audio_info},
+    {"aux_audio_peak", &ChannelMonitor::has_receiver_aux_audio_peak,
+        &ChannelMonitor::is_sig_aux_audio_peak},
+};
+
+/// The reports for which the answer is yes.
+template <typename Answer> QStringList reports_with(Answer answer)
+{
+    QStringList result;
+    for (ReportQuestions const &questions : report_questions)
+        if (answer(questions))
+            result.append(QString::fromLatin1(questions.report));
+    return result;
+}
+
 QStringList const defaults = SignalNotes::of(
     {"status 1", "clipid ", "speed 0", "timecodes 0 (invalid) (invalid)", "position 0",
         "display (invalid)", "input (invalid)", "info 0", "mode none", "peak 0", "aux_status 1",
@@ -105,6 +144,8 @@ private Q_SLOTS:
     void uses_of_timecode_register_once_and_unregister_nothing();
     void a_use_that_is_not_there_cannot_be_removed();
     void another_thread_may_use_timecode();
+    void knows_which_signals_need_a_report_data();
+    void knows_which_signals_need_a_report();
     void reports_reach_the_signals();
     void reports_of_other_channels_are_passed_over();
     void a_lost_connection_blanks_all();
@@ -442,6 +483,30 @@ void TestChannelMonitor::another_thread_may_use_timecode()
     bench.log.take();
     std::thread([&bench] { bench.monitor.timecode_use_add(); }).join();
     QTRY_COMPARE(bench.log.channel_reports(), QStringList(registered("timecode")));
+}
+
+void TestChannelMonitor::knows_which_signals_need_a_report_data()
+{
+    listening_registers_and_leaving_unregisters_data();
+}
+
+void TestChannelMonitor::knows_which_signals_need_a_report()
+{
+    QFETCH(int, index);
+    Signal const &signal = signal_table()[std::size_t(index)];
+    ChannelMonitor monitor;
+    auto const needed = [&monitor] {
+        return reports_with([&](auto const &report) { return (monitor.*report.is_needed)(); });
+    };
+    auto const needed_by = [](QByteArray const &signature) {
+        return reports_with([&](auto const &report) { return report.is_needed_by(signature); });
+    };
+    QStringList const expected(QString::fromLatin1(signal.report));
+    QCOMPARE(needed(), QStringList());
+    signal.connect(&monitor, this);
+    QCOMPARE(needed(), expected);
+    QCOMPARE(needed_by(signal.name), expected);
+    QCOMPARE(needed_by("2destroyed()"), QStringList());
 }
 
 void TestChannelMonitor::reports_reach_the_signals()
