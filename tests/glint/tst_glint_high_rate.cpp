@@ -106,6 +106,14 @@ template <typename Worker> void finish(Worker *worker)
         worker, [] {}, Qt::BlockingQueuedConnection);
 }
 
+/// Waits until a hub's workers have decoded what it was fed, without a turn of its event loop.
+void let_workers_finish(Glint *hub)
+{
+    QCoreApplication::sendPostedEvents(hub);
+    while (hub->get_health()->messages_to_decode() > 0)
+        QThread::yieldCurrentThread();
+}
+
 } // namespace
 
 /// The reports that come at field rate, on their way around the parser.
@@ -359,10 +367,8 @@ void TestGlintHighRate::a_pass_is_given_to_channels_with_listeners_only()
     for (int channel : {1, 2, 3})
         QVERIFY(hub.feed(tested.text(channel)));
     // Without the timers, whose passes this test makes itself.
-    QCoreApplication::sendPostedEvents(&hub);
+    let_workers_finish(&hub);
     GlintHealth const &health = *hub.get_health();
-    while (health.messages_to_decode() > 0)
-        QThread::yieldCurrentThread();
     QCOMPARE(health.results_to_deliver(), quint64(3));
     (hub.*tested.deliver)();
     QCOMPARE(health.results_to_deliver(), left);
@@ -389,7 +395,7 @@ void TestGlintHighRate::a_slot_that_runs_an_event_loop_holds_no_other_channel_up
     bool came_meanwhile = false;
     auto const open_or_close = [&](VCTP3::Channel channel) {
         if (channel == static_cast<VCTP3::Channel>(1)) {
-            QTimer::singleShot(5000, &dialog, &QEventLoop::quit);
+            QTimer::singleShot(patience_ms, &dialog, &QEventLoop::quit);
             dialog.exec();
         } else {
             came_meanwhile = dialog.isRunning();
@@ -651,13 +657,11 @@ void TestGlintHighRate::a_blocked_loop_catches_up_with_the_newest_alone()
         for (int channel = 0; channel < 40; ++channel)
             hub.feed(ReportText::aux_position(channel, round));
     }
-    int const last = 999;
-    QTRY_VERIFY(hub.heard.contains(QStringLiteral("aux 39 %1").arg(last)));
-    QVERIFY2(hub.heard.size() < 20000, qPrintable(QString::number(hub.heard.size())));
-    for (int channel = 0; channel < 40; ++channel) {
-        QStringList const of_channel = hub.heard.filter(QStringLiteral("aux %1 ").arg(channel));
-        QCOMPARE(of_channel.last(), QStringLiteral("aux %1 %2").arg(channel).arg(last));
-    }
+    let_workers_finish(&hub);
+    QStringList newest;
+    for (int channel = 0; channel < 40; ++channel)
+        newest.append(QStringLiteral("aux %1 999").arg(channel));
+    QTRY_COMPARE(hub.heard, newest);
 }
 
 void TestGlintHighRate::a_hub_may_go_with_work_in_its_queues()

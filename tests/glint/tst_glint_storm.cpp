@@ -218,7 +218,8 @@ void TestGlintStorm::a_blocked_main_thread_loses_nothing_but_what_is_overtaken()
     QVERIFY(health.reports_coalesced() > 0);
     QCOMPARE(health.messages_dropped(), quint64(0));
     QCOMPARE(health.input_bytes_waiting(), quint64(0));
-    QCOMPARE(health.messages_to_decode(), quint64(0));
+    // A worker counts what it has decoded when it is through with all that it took.
+    QTRY_COMPARE(health.messages_to_decode(), quint64(0));
     QCOMPARE(health.results_to_deliver(), quint64(0));
     QCOMPARE(health.reconnections(), quint64(0));
 }

@@ -155,6 +155,7 @@ void TestOutputMonitor::moves_with_the_configuration()
     QVERIFY(bench.set_board("VVVK"));
     QTRY_VERIFY(bench.log.registered().contains(QStringLiteral("B speed")));
     QTRY_VERIFY(!bench.log.registered().contains(QStringLiteral("D speed")));
+    QVERIFY(bench.sync()); // what the server says to the registration has come
     speeds.clear();
     Q_EMIT bench.hub->report_channel_speed(Channel::B, 5);
     Q_EMIT bench.hub->report_channel_speed(Channel::D, 6);

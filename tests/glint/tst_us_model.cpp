@@ -311,6 +311,7 @@ void TestUSModel::a_reconnection_sends_what_was_set_and_watches_the_rest()
     b.log.take();
     b.server.restart(VeskState::keep);
     QTRY_COMPARE(read->get(), text("r"));
+    QVERIFY(b.sync());
     QStringList sent = b.dictionary_commands();
     sent.sort();
     QCOMPARE(sent, (QStringList{text("userdict_set written w"), text("userdict_watch read")}));
