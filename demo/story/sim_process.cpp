@@ -41,7 +41,7 @@ QString SimProcess::said() const
 
 void SimProcess::kill()
 {
-    listens = false;
     process.kill();
     process.waitForFinished();
+    listens = false;
 }

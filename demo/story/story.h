@@ -26,6 +26,10 @@ public:
     bool run();
 
 private:
+    /// How long it waits for each thing that the server does. Only what is never done takes so
+    /// long, however busy the machine is.
+    static constexpr int patience_ms = 30'000;
+    static constexpr int watched_seconds = 6;
     static constexpr std::array channels{
         VCTP3::Channel::A, VCTP3::Channel::B, VCTP3::Channel::C, VCTP3::Channel::D};
 
@@ -47,7 +51,9 @@ private:
     void step(QString const &title, bool (Story::*body)());
     void print(QString const &line);
     void table();
-    bool until(std::function<bool()> const &condition, int milliseconds);
+    /// Lets things happen until \a condition holds; false if it never does.
+    bool until(std::function<bool()> const &condition);
+    void pause(int milliseconds);
     ChannelView &view(VCTP3::Channel channel) { return views.at(std::size_t(channel)); }
     bool all_channels(VCTP3::ChannelStatus status);
     double since_listening_ms() const;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/loopback_address.h"
+#include "tests/support/patience.h"
 
 #include <QFile>
 #include <QProcess>
@@ -27,7 +28,8 @@ struct Run
         program.start(QStringLiteral(TARN_STORY_PROGRAM),
             {QStringLiteral("--simulator"), simulator, QStringLiteral("--address"),
                 LoopbackAddress::unique().toString()});
-        if (program.waitForFinished(100000) && program.exitStatus() == QProcess::NormalExit)
+        if (program.waitForFinished(4 * patience_ms)
+            && program.exitStatus() == QProcess::NormalExit)
             code = program.exitCode();
         lines = QString::fromUtf8(program.readAllStandardOutput()).split(u'\n');
     }
