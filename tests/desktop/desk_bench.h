@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ATarnLib/config/cf_model.h"
+#include "ATarnLib/glint/cf_channel_config.h"
 #include "demo/desktop/alert_list.h"
 #include "demo/desktop/channel_tile.h"
 #include "demo/desktop/channel_wall.h"
@@ -11,6 +13,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QComboBox>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
 
@@ -25,7 +28,8 @@ struct DeskBench
         window.resize(1280, 720);
     }
 
-    /// Until the window shows what the server says.
+    /// Until the window shows what the server says. The walls are made anew while the board is
+    /// being read, so tiles stay from here on only.
     bool open()
     {
         hub.set_server(server.address());
@@ -33,10 +37,33 @@ struct DeskBench
         window.activateWindow();
         return QTest::qWaitForWindowActive(&window, patience_ms)
             && QTest::qWaitFor([this] { return is_live(); }, patience_ms)
-            && QTest::qWaitFor([this] { return !window.wall()->tiles().isEmpty(); }, patience_ms)
+            && QTest::qWaitFor([this] { return shows_board(); }, patience_ms)
             && QTest::qWaitFor([this] { return window.clips()->rowCount() > 0; }, patience_ms);
     }
     bool is_live() { return window.link()->is_live(); }
+    bool shows_board()
+    {
+        return hub.get_cf_model()->is_fully_scanned()
+            && std::size_t(window.wall()->tiles().size())
+            == hub.get_channel_config()->AllUserChannels().size();
+    }
+    /// Until the server has done what was sent so far, and the window has what it said to that.
+    bool sync()
+    {
+        VCTP3::CallbackGroup_set1 group;
+        QSignalSpy done(&group, &VCTP3::CallbackGroup_set1::sig_ok);
+        hub.cmd_sync(group);
+        return done.wait(patience_ms);
+    }
+    /// Ends the connection, and waits until the window is live on the next one. That may be up
+    /// before anybody has seen that it was not.
+    bool reconnect()
+    {
+        int const before = window.link()->reconnections();
+        server.drop_connections();
+        return QTest::qWaitFor(
+            [&] { return window.link()->reconnections() > before && is_live(); }, patience_ms);
+    }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&window, key, modifiers);
@@ -76,13 +103,11 @@ struct DeskBench
         return found ? found->text() : QString();
     }
     VeskChannelState state(VCTP3::Channel channel) { return server.channel_state(channel); }
-    /// Cues a clip with the keys alone, until the server has it ready.
+    /// Cues a clip with the keys alone, on all that is selected, until the server has it ready.
     bool cue(VCTP3::Channel channel)
     {
         press(Qt::Key_C);
-        return QTest::qWaitFor(
-                   [&] { return state(channel).status == VCTP3::ChannelStatus::cueing; },
-                   patience_ms)
+        return sync() && state(channel).status == VCTP3::ChannelStatus::cueing
             && (server.advance(5), state(channel).status == VCTP3::ChannelStatus::stop);
     }
 

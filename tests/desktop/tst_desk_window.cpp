@@ -216,7 +216,7 @@ void TestDeskWindow::a_gang_is_played_within_one_field()
     desk.press(Qt::Key_Right, Qt::ShiftModifier);
     QCOMPARE(DeskBench::text(&desk.window, "selection"), QStringLiteral("Gang A B"));
     QVERIFY(desk.cue(Channel::A));
-    QTRY_COMPARE(desk.state(Channel::B).status, ChannelStatus::stop);
+    QCOMPARE(desk.state(Channel::B).status, ChannelStatus::stop);
     desk.press(Qt::Key_Space);
     QTRY_COMPARE(desk.state(Channel::B).status, ChannelStatus::play);
     QCOMPARE(desk.state(Channel::A).status, ChannelStatus::play);
@@ -395,8 +395,9 @@ void TestDeskWindow::an_output_shows_the_channel_that_feeds_it()
     DeskBench desk;
     QVERIFY(desk.open());
     QVERIFY(desk.window.show_page(QStringLiteral("Outputs")));
-    QWidget *output = nullptr;
-    QTRY_VERIFY((output = desk.window.findChild<QWidget *>(QStringLiteral("output 3"))));
+    QTRY_VERIFY(desk.window.findChild<QWidget *>(QStringLiteral("output 8")));
+    auto *output = desk.window.findChild<QWidget *>(QStringLiteral("output 3"));
+    QVERIFY(output);
     QCOMPARE(DeskBench::text(output, "source"), QStringLiteral("from C, video 1"));
     desk.hub.cmd_cue_clip(Channel::C, AString::l1("Bank 2/201-05"));
     QTRY_COMPARE(DeskBench::text(output, "status"), QStringLiteral("cueing"));
