@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/support/patience.h"
+#include "tests/tarnctl/tool_run.h"
 
 #include <QHostAddress>
 #include <QProcess>
@@ -19,8 +20,7 @@ public:
 
     void begin(QHostAddress const &server, QStringList const &arguments)
     {
-        start(QStringLiteral(TARNCTL_PROGRAM),
-            QStringList{QStringLiteral("--server"), server.toString()} + arguments);
+        start(QStringLiteral(TARNCTL_PROGRAM), dialling(server) + arguments);
     }
     /// Waits until it has written so many lines, and takes them.
     QStringList take_lines(int count)

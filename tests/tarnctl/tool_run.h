@@ -17,6 +17,9 @@ struct ToolRun
     QString out;
     QString err;
 
+    /// A name that no server can have, which is seen without a question to the network.
+    static QString name_of_nobody() { return QString(64, u'x') + QStringLiteral(".invalid"); }
+
     QStringList lines() const { return out.split(u'\n', Qt::SkipEmptyParts); }
     /// The messages sent or received, without the arrows; from a run with --trace.
     QStringList traced(QLatin1String arrow) const
@@ -35,12 +38,19 @@ inline QStringList words(char const *line)
     return QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
 }
 
+/// Where the server is, and a time-out that only what hangs meets; one that comes later counts.
+inline QStringList dialling(QHostAddress const &server)
+{
+    return {QStringLiteral("--server"), server.toString(), QStringLiteral("--timeout"),
+        QString::number(patience_ms / 1000)};
+}
+
 inline ToolRun run_tool(QStringList const &arguments)
 {
     QProcess process;
     process.start(QStringLiteral(TARNCTL_PROGRAM), arguments);
     ToolRun run;
-    if (process.waitForFinished(patience_ms) && process.exitStatus() == QProcess::NormalExit)
+    if (process.waitForFinished(2 * patience_ms) && process.exitStatus() == QProcess::NormalExit)
         run.code = process.exitCode();
     run.out = QString::fromUtf8(process.readAllStandardOutput());
     run.err = QString::fromUtf8(process.readAllStandardError());
@@ -50,13 +60,27 @@ inline ToolRun run_tool(QStringList const &arguments)
 /// Against a server, with JSON.
 inline ToolRun run_json(QHostAddress const &server, QStringList const &arguments)
 {
-    QStringList all{QStringLiteral("--server"), server.toString(), QStringLiteral("--json")};
-    return run_tool(all + arguments);
+    return run_tool(dialling(server) + QStringList(QStringLiteral("--json")) + arguments);
 }
 
 inline ToolRun run_text(QHostAddress const &server, QStringList const &arguments)
 {
-    return run_tool(QStringList{QStringLiteral("--server"), server.toString()} + arguments);
+    return run_tool(dialling(server) + arguments);
+}
+
+/// A run with `--for` and a shorter `--timeout`, in seconds from \a shortest up. How long the
+/// server takes to answer is up to the machine, so longer ones are tried until it has answered in
+/// time.
+inline ToolRun run_beyond_timeout(
+    QHostAddress const &server, QStringList const &arguments, double shortest)
+{
+    ToolRun run;
+    for (double timeout = shortest; run.code != 0 && timeout < 20; timeout *= 2)
+        run = run_json(server,
+            arguments
+                + QStringList{QStringLiteral("--timeout"), QString::number(timeout),
+                    QStringLiteral("--for"), QString::number(timeout + shortest)});
+    return run;
 }
 
 /// Runs the program with a pipe for its output whose reader has gone; the exit code, -1 if it did
@@ -70,7 +94,7 @@ inline int run_unread(QStringList const &arguments)
     QProcess process;
     process.setChildProcessModifier([output = ends[1]] { ::dup2(output, STDOUT_FILENO); });
     process.start(QStringLiteral(TARNCTL_PROGRAM), arguments);
-    bool const ended = process.waitForFinished(patience_ms);
+    bool const ended = process.waitForFinished(2 * patience_ms);
     ::close(ends[1]);
     return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
@@ -82,7 +106,7 @@ inline ToolRun run_shell(QString const &line)
     shell.start(
         QStringLiteral("sh"), {QStringLiteral("-c"), line, QStringLiteral(TARNCTL_PROGRAM)});
     ToolRun run;
-    if (shell.waitForFinished(patience_ms) && shell.exitStatus() == QProcess::NormalExit)
+    if (shell.waitForFinished(2 * patience_ms) && shell.exitStatus() == QProcess::NormalExit)
         run.code = shell.exitCode();
     run.out = QString::fromUtf8(shell.readAllStandardOutput());
     run.err = QString::fromUtf8(shell.readAllStandardError());

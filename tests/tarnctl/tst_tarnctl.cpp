@@ -4,7 +4,6 @@
 #include "tests/support/patience.h"
 #include "tests/tarnctl/tool_run.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
 
@@ -247,19 +246,18 @@ void TestTarnctl::refuses_words_that_are_no_utf8()
 void TestTarnctl::ends_with_3_at_once_when_it_is_refused()
 {
     QHostAddress const nobody = LoopbackAddress::unique();
-    QElapsedTimer time;
-    time.start();
-    ToolRun const run = run_json(nobody, words("--timeout 20 call sync"));
+    // Longer than this test would wait for it.
+    ToolRun const run = run_json(nobody, words("--timeout 1000 call sync"));
     QCOMPARE(run.err, QStringLiteral("tarnctl: no connection to %1\n").arg(nobody.toString()));
     QCOMPARE(run.out, QString());
     QCOMPARE(run.code, 3);
-    QVERIFY(time.elapsed() < 15000);
 }
 
 void TestTarnctl::ends_with_3_for_a_name_that_is_none()
 {
-    ToolRun const run = run_tool(words("--server name.invalid --timeout 20 clips"));
-    QCOMPARE(run.err, QStringLiteral("tarnctl: no connection to name.invalid\n"));
+    QString const name = ToolRun::name_of_nobody();
+    ToolRun const run = run_tool({QStringLiteral("--server"), name, QStringLiteral("clips")});
+    QCOMPARE(run.err, QStringLiteral("tarnctl: no connection to %1\n").arg(name));
     QCOMPARE(run.code, 3);
 }
 
