@@ -78,9 +78,11 @@ void TestAObjectRelay::a_slot_with_a_number_emits_that_signal()
     std::vector<std::unique_ptr<QSignalSpy>> spies;
     for (unsigned int i = 0; i < AObjectRelay::count; ++i)
         spies.push_back(std::make_unique<QSignalSpy>(&relay, AObjectRelay::sig_name(i)));
+    QSignalSpy numbered(&relay, qOverload<unsigned int>(&AObjectRelay::sig));
     relay.slot(number);
     for (unsigned int i = 0; i < AObjectRelay::count; ++i)
         QCOMPARE(spies[i]->count(), i == number ? 1 : 0);
+    QCOMPARE(numbered.count(), 0);
 }
 
 void TestAObjectRelay::slots_are_reached_by_member_pointer()
@@ -98,18 +100,22 @@ void TestAObjectRelay::a_numbered_relay_answers_its_number_alone()
 {
     AObjectNumberedRelay relay(3);
     QSignalSpy emitted(&relay, qOverload<>(&AObjectNumberedRelay::sig));
+    QSignalSpy numbered(&relay, qOverload<unsigned int>(&AObjectNumberedRelay::sig));
     relay.slot(4);
     relay.slot(2);
     QCOMPARE(emitted.count(), 0);
     relay.slot(3);
     QCOMPARE(emitted.count(), 1);
+    QCOMPARE(numbered.count(), 0);
 }
 
 void TestAObjectRelay::a_numbered_relay_adds_its_number()
 {
     AObjectNumberedRelay relay(3);
     QSignalSpy emitted(&relay, qOverload<unsigned int>(&AObjectNumberedRelay::sig));
+    QSignalSpy plain(&relay, qOverload<>(&AObjectNumberedRelay::sig));
     relay.slot();
+    QCOMPARE(plain.count(), 0);
     QCOMPARE(emitted.count(), 1);
     QCOMPARE(emitted[0][0].toUInt(), 3u);
 }
