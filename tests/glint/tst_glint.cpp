@@ -76,6 +76,7 @@ private Q_SLOTS:
     void melt_and_export_are_registered_now_and_renewed_data();
     void melt_and_export_are_registered_now_and_renewed();
     void a_list_request_made_while_unconnected_survives();
+    void list_requests_are_sent_without_asking_for_the_connection();
     void two_requests_and_one_unrequest_leave_the_report_registered();
     void every_request_registers();
     void lists_and_chases_share_one_counter_data();
@@ -314,6 +315,12 @@ void TestGlint::localhost_is_the_loopback_address()
     hub.set_server_localhost();
     QCOMPARE(hub.findChild<QTcpSocket *>()->peerName(), QStringLiteral("127.0.0.1"));
     QTRY_VERIFY(hub.is_localhost());
+    // It connects at once also when the address is set already.
+    QSignalSpy states(&hub, &Glint::stateChanged);
+    hub.findChild<QTcpSocket *>()->abort();
+    states.clear();
+    hub.set_server_localhost();
+    QVERIFY(states.count() > 0);
 }
 
 void TestGlint::the_connection_comes_back_by_itself()
@@ -484,8 +491,10 @@ void TestGlint::melt_and_export_are_registered_now_and_renewed()
         if (export_too)
             bench.hub->require_export_notification();
     };
+    QSignalSpy sends(bench.hub.get(), &Glint::indirect_send);
     if (before)
         require();
+    QCOMPARE(sends.count(), 0);
     QVERIFY(bench.connect());
     if (!before)
         require();
@@ -502,6 +511,20 @@ void TestGlint::a_list_request_made_while_unconnected_survives()
     bench.hub->request_listplay_notification(channel(5));
     QVERIFY(bench.connect());
     QVERIFY(bench.log.registered().contains(QStringLiteral("F listplay")));
+}
+
+void TestGlint::list_requests_are_sent_without_asking_for_the_connection()
+{
+    Glint hub(false);
+    QSignalSpy sends(&hub, &Glint::indirect_send);
+    hub.request_listplay_notification(channel(5));
+    hub.request_chaseplay_notification(channel(5));
+    hub.unrequest_listplay_notification(channel(5));
+    QCOMPARE(sends.count(), 2);
+    hub.unrequest_chaseplay_notification(channel(5));
+    hub.request_listplay_notification(channel(5));
+    hub.unrequest_listplay_notification(channel(5));
+    QCOMPARE(sends.count(), 5);
 }
 
 void TestGlint::two_requests_and_one_unrequest_leave_the_report_registered()

@@ -254,8 +254,11 @@ void TestUSModel::the_same_owner_is_told_once()
     item->set(text("v"), text("me"));
     item->set(text("w"), text("me"));
     item->set(text("w"), text("me"));
+    // One without a text is one as well.
+    b.model->get_item(text("l"))->set(text("v"), QString());
     QVERIFY(b.sync());
-    QCOMPARE(b.log.commands(text("userdict_own")), QStringList{text("userdict_own k me")});
+    QCOMPARE(b.log.commands(text("userdict_own")),
+        (QStringList{text("userdict_own k me"), text("userdict_own l")}));
     QCOMPARE(b.held("k"), "w"_a);
 }
 
@@ -306,7 +309,10 @@ void TestUSModel::a_reconnection_sends_what_was_set_and_watches_the_rest()
     b.model->get_item(text("written"))->set(text("v"));
     b.server.stop();
     QTRY_VERIFY(!b.hub->is_connected());
+    QSignalSpy sends(b.hub.get(), &Glint::indirect_send);
     b.model->get_item(text("written"))->set(text("w"));
+    b.model->get_item(text("late"));
+    QCOMPARE(sends.count(), 0);
     b.set_by_another("read", "r");
     b.log.take();
     b.server.restart(VeskState::keep);
@@ -314,7 +320,9 @@ void TestUSModel::a_reconnection_sends_what_was_set_and_watches_the_rest()
     QVERIFY(b.sync());
     QStringList sent = b.dictionary_commands();
     sent.sort();
-    QCOMPARE(sent, (QStringList{text("userdict_set written w"), text("userdict_watch read")}));
+    QCOMPARE(sent,
+        (QStringList{text("userdict_set written w"), text("userdict_watch late"),
+            text("userdict_watch read")}));
     QCOMPARE(b.held("written"), "w"_a);
 }
 
