@@ -177,12 +177,17 @@ void TestGlintHealth::counts_every_result_as_delivered_or_coalesced()
     connect(bench.hub.get(), &Glint::report_channel_timecode, this, [&delivered] { ++delivered; });
     connect(bench.hub.get(), &Glint::report_channel_peak, this, [&delivered] { ++delivered; });
     connect(bench.hub.get(), &Glint::report_ltc_timecode, this, [&delivered] { ++delivered; });
+    connect(bench.hub.get(), &Glint::report_channel_aux_audio_timecode, this,
+        [&delivered] { ++delivered; });
+    connect(bench.hub.get(), &Glint::report_channel_aux_audio_peak, this,
+        [&delivered] { ++delivered; });
     QByteArray reports;
     for (int i = 0; i < 200; ++i)
-        reports
-            += ReportText::timecode(i % 2, i) + ReportText::peak(i % 3, "1 2") + ReportText::ltc(i);
+        reports += ReportText::timecode(i % 2, i) + ReportText::peak(i % 3, "1 2")
+            + ReportText::ltc(i) + ReportText::aux_position(i % 2, i)
+            + ReportText::aux_peak(i % 3, "1 2");
     bench.server.say(reports);
-    QTRY_COMPARE(delivered + health->reports_coalesced(), 600u);
+    QTRY_COMPARE(delivered + health->reports_coalesced(), 1000u);
     QVERIFY(health->reports_coalesced() > 0);
     QTRY_COMPARE(health->messages_to_decode(), 0u);
     QCOMPARE(health->results_to_deliver(), 0u);

@@ -10,6 +10,7 @@
 #include "tests/support/event_loop.h"
 #include "tests/support/patience.h"
 
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QTest>
 #include <QThread>
@@ -146,7 +147,9 @@ private Q_SLOTS:
     void an_ltc_value_of_an_older_connection_is_dropped();
     void levels_are_held_until_they_are_taken();
     void levels_of_another_connection_are_not_held();
+    void signals_come_again_after_all_was_taken_data();
     void signals_come_again_after_all_was_taken();
+    void a_worker_begins_while_the_hub_is_still_reading();
     void reports_of_a_server_arrive();
     void a_blocked_loop_catches_up_with_the_newest_alone();
     void a_hub_may_go_with_work_in_its_queues();
@@ -606,21 +609,75 @@ void TestGlintHighRate::levels_of_another_connection_are_not_held()
     QCOMPARE(result.hold, (std::array<unsigned int, 16>{10}));
 }
 
+namespace {
+
+/// What a worker tells of reports of one kind, \a text of a channel, which are taken by \a take.
+template <typename Worker, typename Result>
+void signals_of_one_kind(void (Worker::*available)(), QByteArray (*text)(int channel),
+    bool (Worker::*take)(unsigned long long connection, Result *result))
+{
+    Worker worker;
+    CountHere told(&worker, available);
+    Result result;
+    for (int round = 1; round <= 3; ++round) {
+        worker.add_work(1, ReportText::parsed(text(1)));
+        QTRY_COMPARE(told.count(), round);
+        worker.add_work(1, ReportText::parsed(text(2)));
+        finish(&worker);
+        QVERIFY((worker.*take)(1, &result));
+        QVERIFY((worker.*take)(1, &result));
+        QVERIFY(!(worker.*take)(1, &result));
+    }
+    EventLoop::turn();
+    QCOMPARE(told.count(), 3);
+}
+
+} // namespace
+
+void TestGlintHighRate::signals_come_again_after_all_was_taken_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("timecodes") << 0;
+    QTest::newRow("aux positions") << 1;
+    QTest::newRow("levels") << 2;
+    QTest::newRow("aux levels") << 3;
+}
+
 void TestGlintHighRate::signals_come_again_after_all_was_taken()
 {
-    GlintTimecode worker;
-    CountHere available(&worker, &GlintTimecode::timecode_available);
-    GlintTimecodeResult result;
-    for (int round = 1; round <= 3; ++round) {
-        worker.add_work(1, ReportText::parsed(ReportText::timecode(1, round)));
-        QTRY_COMPARE(available.count(), round);
-        worker.add_work(1, ReportText::parsed(ReportText::timecode(2, round)));
-        finish(&worker);
-        QVERIFY(worker.take_timecode(1, &result));
-        QVERIFY(worker.take_timecode(1, &result));
-        QVERIFY(!worker.take_timecode(1, &result));
-    }
-    QCOMPARE(available.count(), 3);
+    QFETCH(int, kind);
+    if (kind == 0)
+        signals_of_one_kind(
+            &GlintTimecode::timecode_available,
+            [](int channel) { return ReportText::timecode(channel, 1); },
+            &GlintTimecode::take_timecode);
+    else if (kind == 1)
+        signals_of_one_kind(
+            &GlintTimecode::timecode_available,
+            [](int channel) { return ReportText::aux_position(channel, 1); },
+            &GlintTimecode::take_aux_position);
+    else if (kind == 2)
+        signals_of_one_kind(
+            &GlintAudioLevels::audio_levels_available,
+            [](int channel) { return ReportText::peak(channel, "1"); },
+            &GlintAudioLevels::take_levels);
+    else
+        signals_of_one_kind(
+            &GlintAudioLevels::audio_levels_available,
+            [](int channel) { return ReportText::aux_peak(channel, "1"); },
+            &GlintAudioLevels::take_aux_levels);
+}
+
+void TestGlintHighRate::a_worker_begins_while_the_hub_is_still_reading()
+{
+    FeedHub hub;
+    for (int i = 0; i < 300; ++i)
+        QVERIFY(hub.feed(ReportText::aux_position(i % 40, i)));
+    // The event loop has not run since.
+    QDeadlineTimer const limit(patience_ms);
+    while (hub.get_health()->results_to_deliver() == 0 && !limit.hasExpired())
+        QThread::yieldCurrentThread();
+    QVERIFY(hub.get_health()->results_to_deliver() > 0);
 }
 
 void TestGlintHighRate::reports_of_a_server_arrive()
