@@ -137,6 +137,7 @@ private Q_SLOTS:
     void an_object_that_goes_unregisters_what_it_registered();
     void an_object_that_goes_leaves_alone_what_it_did_not_register();
     void an_object_that_goes_unregisters_a_use_of_timecode_too();
+    void an_object_that_goes_leaves_alone_what_an_older_connection_had();
     void an_object_may_go_behind_the_connection_and_the_hub();
     void a_connection_registers_in_report_order();
     void is_registered_when_configured_while_connected();
@@ -362,6 +363,22 @@ void TestChannelMonitor::an_object_that_goes_unregisters_a_use_of_timecode_too()
     monitor.reset();
     QVERIFY(bench.sync());
     QCOMPARE(bench.log.channels_registered(), QSet<QString>());
+}
+
+void TestChannelMonitor::an_object_that_goes_leaves_alone_what_an_older_connection_had()
+{
+    HubBench bench;
+    auto monitor = std::make_unique<ChannelMonitor>();
+    monitor->config(bench.hub.get(), Channel::B);
+    QVERIFY(bench.connect());
+    monitor->timecode_use_add();
+    QVERIFY(bench.sync());
+    monitor->timecode_use_remove();
+    QVERIFY(bench.reconnect());
+    bench.log.take();
+    monitor.reset();
+    QVERIFY(bench.sync());
+    QCOMPARE(bench.log.channel_reports(), QStringList());
 }
 
 void TestChannelMonitor::an_object_may_go_behind_the_connection_and_the_hub()

@@ -50,6 +50,7 @@ private Q_SLOTS:
     void a_report_stays_registered_until_the_ten_second_pass_data();
     void a_report_stays_registered_until_the_ten_second_pass();
     void the_pass_comes_every_ten_seconds();
+    void the_pass_tells_nothing_to_those_who_stay();
     void signals_of_one_report_are_counted_together_data();
     void signals_of_one_report_are_counted_together();
     void disconnecting_and_connecting_again_sends_nothing();
@@ -211,6 +212,20 @@ void TestGlintChannelMonitor::the_pass_comes_every_ten_seconds()
     for (ATimer *timer : hub.findChildren<ATimer *>())
         timers += timer->isActive() && timer->interval() == 10000 && !timer->isSingleShot();
     QCOMPARE(timers, 1);
+}
+
+void TestGlintChannelMonitor::the_pass_tells_nothing_to_those_who_stay()
+{
+    HubBench bench;
+    Monitor *monitor = bench.hub->get_channel_monitor(2);
+    int heard = 0;
+    connect(monitor, &Monitor::report_speed, this, [&heard] { ++heard; });
+    disconnect(connect(monitor, &Monitor::report_speed, this, [] {}));
+    EventLoop::turn();
+    heard = 0;
+    bench.ten_seconds_pass();
+    EventLoop::turn();
+    QCOMPARE(heard, 0);
 }
 
 void TestGlintChannelMonitor::signals_of_one_report_are_counted_together_data()
@@ -479,6 +494,9 @@ void TestGlintChannelMonitor::the_playback_mode_is_not_taken_from_the_informatio
     information.set_playback(VCTP3::Playback::field);
     monitor->glint_info(information);
     QCOMPARE(heard, QList<bool>({false, false}));
+    // It belongs to the channel's own information.
+    monitor->glint_aux_audio_info(information);
+    QCOMPARE(heard.size(), 2);
 }
 
 void TestGlintChannelMonitor::values_outlive_the_connection()

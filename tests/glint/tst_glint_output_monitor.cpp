@@ -316,6 +316,8 @@ void TestGlintOutputMonitor::values_of_the_channel_reach_the_signals()
         SignalNotes::of({"status 3", "clip c", "speed 5", "timecodes 6 00:00:00:05 00:00:00:05",
             "position 6", "aux 7", "display 00:00:00:05", "input 00:00:00:05", "information 12",
             "mode none"}));
+    monitor->ch_playback_mode(VCTP3::Playback::field);
+    QCOMPARE(heard.lines().last(), QStringLiteral("mode 1"));
     heard.clear();
     monitor->clear_all();
     monitor->emit_all();

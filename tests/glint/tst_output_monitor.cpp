@@ -43,6 +43,7 @@ private Q_SLOTS:
     void two_listeners_hear_each_value_once();
     void each_listener_gets_the_present_value();
     void moves_with_the_configuration();
+    void the_same_channel_again_changes_nothing();
     void a_channel_of_twelve_or_above_is_none();
     void the_last_listener_ends_the_report();
     void its_channels_may_go_first();
@@ -164,6 +165,19 @@ void TestOutputMonitor::moves_with_the_configuration()
     QVERIFY(!speeds.contains(6));
     QVERIFY(bench.set_board("absent"));
     QTRY_VERIFY(!bench.log.registered().contains(QStringLiteral("B speed")));
+}
+
+void TestOutputMonitor::the_same_channel_again_changes_nothing()
+{
+    OutputBench bench;
+    QVERIFY(bench.start());
+    OutputMonitor monitor(2, bench.hub->get_channel_config(), bench.monitors.data(), 12);
+    connect(&monitor, &OutputMonitor::sig_speed, this, [] {});
+    QVERIFY(bench.settle());
+    bench.log.take();
+    Q_EMIT bench.hub->get_channel_config()->changed();
+    QVERIFY(bench.settle());
+    QCOMPARE(bench.log.channel_reports(), QStringList());
 }
 
 void TestOutputMonitor::a_channel_of_twelve_or_above_is_none()
