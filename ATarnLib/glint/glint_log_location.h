@@ -9,7 +9,7 @@
 class Glint;
 
 /// A place in an application's source from which it logs: to the server, which keeps the log, and
-/// to the toolkit's debug output, as "file:line: [function log] message".
+/// to the toolkit's debug output, as "file:line [function log] message".
 /// Thread: any.
 class TARN_EXPORT GlintLogLocation
 {
