@@ -23,7 +23,7 @@ private Q_SLOTS:
     void a_connection_that_is_up_already_is_used_at_once();
     void shows_each_field();
     void tells_no_change_of_an_equal_timecode();
-    void another_flag_is_a_change();
+    void another_flag_or_standard_is_a_change();
     void a_report_without_a_timecode_is_undefined();
     void forgets_the_timecode_with_the_connection();
     void a_missing_model_or_hub_is_an_assertion();
@@ -102,7 +102,7 @@ void TestLTCModel::tells_no_change_of_an_equal_timecode()
     QCOMPARE(changed.count(), 0);
 }
 
-void TestLTCModel::another_flag_is_a_change()
+void TestLTCModel::another_flag_or_standard_is_a_change()
 {
     HubBench b;
     LTCModel ltc(b.hub.get());
@@ -112,6 +112,10 @@ void TestLTCModel::another_flag_is_a_change()
     QVERIFY(ltc.get().is_df());
     report(&b.server, at(ndf, 100));
     QTRY_VERIFY(ltc.get().is_ndf());
+    ATimecode const european(Corvane::VideoFrequency::v50, ndf, 100, 1);
+    QCOMPARE(european, at(ndf, 100));
+    report(&b.server, european);
+    QTRY_VERIFY(ltc.get().get_std() == european.get_std());
 }
 
 void TestLTCModel::a_report_without_a_timecode_is_undefined()
