@@ -7,6 +7,7 @@
 #include "tests/support/socket_probe.h"
 
 #include <QCoreApplication>
+#include <QTcpSocket>
 #include <QTest>
 
 #include <map>
@@ -33,6 +34,13 @@ qint64 held_by_client(ScriptedServer const &server, int descriptor, qint64 handl
     // In this order: what is delivered in between is not held by the client, but unread.
     qint64 const delivered = server.bytes_delivered();
     return delivered - SocketProbe::unread_bytes(descriptor) - handled;
+}
+
+/// Has \a api, which is delivering its first message, read on as if the parser were slower.
+void read_all_that_is_wanted(APIQt *api)
+{
+    auto *const socket = api->findChild<QTcpSocket *>();
+    while (api->input_waiting() < 4 * mib && socket->waitForReadyRead(patience_ms)) { }
 }
 
 /// A group and how many answers it owes and has given.
@@ -76,7 +84,8 @@ void TestAPIQtLoad::a_blocked_owner_does_not_grow_memory()
     connect(&api, &APIQt::report_userdict_change, this, [&](AString const &key) {
         in_order = in_order && QString(key).toInt() == next;
         handled += report(next).size();
-        ++next;
+        if (++next == 1)
+            read_all_that_is_wanted(&api);
         most_held = qMax(most_held, held_by_client(server, descriptor, handled));
         // Blocked a second time, with messages in every queue.
         if (next == 300)
@@ -97,7 +106,7 @@ void TestAPIQtLoad::a_blocked_owner_does_not_grow_memory()
     QCOMPARE(handled, flood.size());
     // 4 MiB in the parser's queues, beside what the socket and the engine hold.
     QVERIFY2(most_held < 5 * mib, qPrintable(QString::number(most_held)));
-    QVERIFY2(most_held > mib, "The load was too light to prove anything");
+    QVERIFY2(most_held > 3 * mib, "The load was too light to prove anything");
 }
 
 void TestAPIQtLoad::groups_and_connections_may_go_at_any_time_data()
