@@ -188,10 +188,11 @@ bool Story::watch_them_play()
         = until([&] { return reports - before >= watched_seconds * channels.size() * 45; });
     reports_per_second = double(reports - before) * 1000.0 / double(watch.elapsed());
     print(QStringLiteral("%1 timecode reports a second").arg(reports_per_second, 0, 'f', 0));
-    // The first channel moves by one with each field, and tells of each.
+    // The first channel moves by one with each field, and tells of each; at the end of its clip it
+    // begins anew.
     ChannelView const &now = view(channels[0]);
-    return all_came && now.reports - first.reports >= now.position - first.position
-        && all_channels(ChannelStatus::play);
+    quint64 const moved = std::max(now.position, first.position) - first.position;
+    return all_came && now.reports - first.reports >= moved && all_channels(ChannelStatus::play);
 }
 
 bool Story::stop_together()
