@@ -7,7 +7,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
 build=$(cd "$1" && pwd)
 work=$(mktemp -d)
-address=127.93.$((RANDOM % 250 + 1)).$((RANDOM % 250 + 1))
+address=127.254.$((RANDOM % 250 + 1)).$((RANDOM % 250 + 1))
 server=
 cleanup() {
     [ -z "$server" ] || kill "$server" 2>/dev/null || true

@@ -44,7 +44,7 @@ public:
     /// Commands of that name that the server has seen.
     quint64 count(char const *command) const { return server.counters().count(command); }
 
-    /// Runs the event loop until \a state is true; false if that takes more than 20 seconds.
+    /// Runs the event loop until \a state is true; false if that takes more than `patience_ms`.
     static bool wait_for(std::function<bool()> const &state)
     {
         return QTest::qWaitFor(state, patience_ms);
