@@ -40,9 +40,9 @@ PKG_CONFIG_PATH="$libdir/pkgconfig" g++ "$work/first.cpp" -o "$work/by_pkg_confi
 
 coproc "$work/prefix/bin/vesk-sim" --address "$address" --demo --run-time 120
 server=$COPROC_PID
-read -r -t 20 line <&"${COPROC[0]}" && [[ $line == "listening on"* ]] || fail "the simulator did not start"
+read -r -t 60 line <&"${COPROC[0]}" && [[ $line == "listening on"* ]] || fail "the simulator did not start"
 for program in "$work/cmake/build/consumer" "$work/by_pkg_config"; do
-    timeout 20 "$program" "$address" >"$work/out.txt" 2>&1 || { cat "$work/out.txt"; fail "$program failed"; }
+    timeout 60 "$program" "$address" >"$work/out.txt" 2>&1 || { cat "$work/out.txt"; fail "$program failed"; }
     grep -q 'channel A: play' "$work/out.txt" || { cat "$work/out.txt"; fail "$program saw no play"; }
 done
 "$work/prefix/bin/tarnctl" --server "$address" --json call sync >"$work/out.txt" || fail "tarnctl failed"
