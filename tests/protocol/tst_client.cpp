@@ -102,6 +102,7 @@ private Q_SLOTS:
     void dials_this_machine_by_default();
     void connects_sets_no_delay_and_says_so();
     void a_command_gets_its_answer();
+    void what_it_calls_finds_the_connection_as_told();
     void a_new_address_takes_effect_at_the_next_connect();
     void an_absent_server_is_dialled_again_in_silence();
     void redials_wait_100_ms();
@@ -177,6 +178,63 @@ void TestClient::a_command_gets_its_answer()
     QTRY_COMPARE(client.outstanding_commands(), 0U);
     QCOMPARE(server.received(),
         "<cmd>\r\n<xid>" + QString(xid).toUtf8() + "</xid>\r\n<sync />\r\n</cmd>");
+}
+
+void TestClient::what_it_calls_finds_the_connection_as_told()
+{
+    /// Sends a command whenever its connection comes or goes, as one that registers for reports.
+    class SendingClient : public Client
+    {
+    public:
+        explicit SendingClient(ScriptedServer const &server)
+            : Client(server.ipaddr())
+        {
+        }
+        ~SendingClient() override { stop(); }
+
+        Answers answers;
+        std::atomic<bool> up_when_connected{false};
+        std::atomic<bool> up_when_failing{false};
+        std::atomic<bool> up_when_disconnected{false};
+        std::atomic<int> times_disconnected{0};
+
+        void in_flight()
+        {
+            cmd_sync({}, AFunction2<AString, ErrorCode>::bind<&SendingClient::failed>(this));
+        }
+
+    private:
+        void connected() override
+        {
+            up_when_connected = isConnected();
+            cmd_sync(answers.ok(), answers.error());
+        }
+        void failed(AString const &, ErrorCode) { up_when_failing = isConnected(); }
+        void disconnected() override
+        {
+            up_when_disconnected = isConnected();
+            cmd_sync(answers.ok(), answers.error());
+            ++times_disconnected;
+        }
+    };
+    ScriptedServer server;
+    server.answer_with(ScriptedServer::ok_to);
+    SendingClient client(server);
+    client.run_forever_in_own_thread(0);
+    QTRY_COMPARE(client.answers.oks(), 1);
+    QVERIFY(client.up_when_connected);
+    QCOMPARE(client.answers.errors(), QStringList());
+
+    server.answer_with([](QByteArray const &) { return QByteArray(); });
+    client.up_when_failing = true;
+    client.up_when_disconnected = true;
+    client.in_flight();
+    QTRY_COMPARE(server.commands().size(), 2);
+    server.hang_up();
+    QTRY_COMPARE(client.times_disconnected.load(), 1);
+    QVERIFY(!client.up_when_failing);
+    QVERIFY(!client.up_when_disconnected);
+    QCOMPARE(client.answers.errors(), QStringList({Answers::failing_all()}));
 }
 
 void TestClient::a_new_address_takes_effect_at_the_next_connect()
