@@ -70,6 +70,18 @@ void TestAPICommand::writes_the_stated_bytes_data()
         QTest::newRow(name) << call << command;
     };
     row(
+        "stop of no channel",
+        [](APICommand &c) { c.cmd_stop(l1("7"), static_cast<Channel>(40), Layer(-1)); },
+        "<stop>\r\n<Channel />\r\n<Layer />\r\n</stop>");
+    row(
+        "gang_stop of no channel",
+        [](APICommand &c) {
+            Channel const channels[] = {Channel::B, static_cast<Channel>(-1)};
+            c.cmd_gang_stop(l1("7"), ChannelSet(channels, 2));
+        },
+        "<gang_stop>\r\n<ChannelSet>\r\n<Channel>B</Channel>\r\n<Channel />\r\n</ChannelSet>\r\n"
+        "</gang_stop>");
+    row(
         "stop", [](APICommand &c) { c.cmd_stop(l1("7"), Channel::A); },
         "<stop>\r\n<Channel>A</Channel>\r\n</stop>");
     row(

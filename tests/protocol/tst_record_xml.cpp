@@ -42,6 +42,7 @@ private Q_SLOTS:
     void fails_on_a_field_that_comes_twice();
     void fails_on_a_bad_optional_field();
     void compares_optional_fields_by_presence_first();
+    void compares_required_fields_in_their_order();
     void raises_the_flag_with_the_setter();
 };
 
@@ -445,6 +446,27 @@ void TestRecordXml::compares_optional_fields_by_presence_first()
     QVERIFY(zero < one);
     zero.set_dfflag(DropFrameFlag::df);
     QVERIFY(zero < one); // the first field decides
+}
+
+void TestRecordXml::compares_required_fields_in_their_order()
+{
+    auto const high = AlertingLevel::error;
+    auto const low = AlertingLevel::na;
+    // Each is above the one before it in one field, and below it in all that follow.
+    Alert const rising[] = {
+        {AlertingPriority::harmful, low, l1("a"), l1("a"), l1("a")},
+        {AlertingPriority::harmful, low, l1("a"), l1("a"), l1("z")},
+        {AlertingPriority::harmful, low, l1("a"), l1("z"), l1("y")},
+        {AlertingPriority::harmful, low, l1("z"), l1("y"), l1("x")},
+        {AlertingPriority::harmful, high, l1("y"), l1("x"), l1("w")},
+        {AlertingPriority::malfunction, low, l1("x"), l1("w"), l1("v")},
+    };
+    for (std::size_t i = 0; i < std::size(rising); ++i) {
+        for (std::size_t k = 0; k < std::size(rising); ++k) {
+            QCOMPARE(rising[i] < rising[k], i < k);
+            QCOMPARE(rising[i] == rising[k], i == k);
+        }
+    }
 }
 
 void TestRecordXml::raises_the_flag_with_the_setter()
