@@ -60,10 +60,13 @@ private Q_SLOTS:
     void nothing_happens_where_nothing_changes();
     void each_change_lays_out_again();
     void ratio_of_0_becomes_1();
+    void item_that_comes_later_is_placed_in_the_same_rectangle();
     void holds_one_item();
     void second_item_is_an_assertion_and_replaces_the_first();
     void hints_are_those_of_the_item_with_margins();
     void widget_has_the_layout_without_margins();
+    void widget_places_its_child_by_its_flags_data();
+    void widget_places_its_child_by_its_flags();
     void child_of_a_widget_is_placed();
 };
 
@@ -212,6 +215,9 @@ void TestAspectLayout::margins_are_shared_out_by_the_flags_data()
     // Half of 205 less half of 202.
     QTest::newRow("centre, odd") << int(Qt::AlignHCenter | Qt::AlignTop) << QSize(205, 96)
                                  << QRect(11, 20, 202, 90);
+    // Half of 204 less half of 201, not half of what lies between.
+    QTest::newRow("centre, odd item")
+        << int(Qt::AlignCenter) << QSize(204, 96) << QRect(12, 23, 201, 90);
 }
 
 void TestAspectLayout::margins_are_shared_out_by_the_flags()
@@ -277,6 +283,16 @@ void TestAspectLayout::ratio_of_0_becomes_1()
     QCOMPARE(layout.item_size(QSize(9, 9)), QSize(9, 9));
 }
 
+void TestAspectLayout::item_that_comes_later_is_placed_in_the_same_rectangle()
+{
+    AspectLayout layout;
+    layout.setGeometry(QRect(0, 0, 90, 90));
+    auto *item = new PlacedItem;
+    layout.addItem(item);
+    layout.setGeometry(QRect(0, 0, 90, 90));
+    QCOMPARE(item->placings, 1);
+}
+
 void TestAspectLayout::holds_one_item()
 {
     int gone = 0;
@@ -335,6 +351,31 @@ void TestAspectLayout::widget_has_the_layout_without_margins()
     QCOMPARE(widget.layout()->contentsMargins(), QMargins());
     QCOMPARE(widget.minimumSize(), QSize(160, 90));
     QCOMPARE(widget.aspect_layout()->item_size(QSize(200, 90)), QSize(201, 90));
+}
+
+void TestAspectLayout::widget_places_its_child_by_its_flags_data()
+{
+    QTest::addColumn<int>("flags");
+    QTest::addColumn<QPoint>("at");
+    QTest::newRow("left, top") << int(Qt::AlignLeft | Qt::AlignTop) << QPoint(0, 0);
+    QTest::newRow("right, bottom") << int(Qt::AlignRight | Qt::AlignBottom) << QPoint(4, 6);
+    QTest::newRow("unless told") << -1 << QPoint(2, 3);
+}
+
+void TestAspectLayout::widget_places_its_child_by_its_flags()
+{
+    QFETCH(int, flags);
+    QFETCH(QPoint, at);
+    QSize const ratio(16, 9);
+    AspectWidget const widget = flags < 0
+        ? AspectWidget(nullptr, QSize(), ratio)
+        : AspectWidget(nullptr, QSize(), ratio, Qt::Alignment(flags));
+    auto *item = new PlacedItem;
+    widget.layout()->addItem(item);
+    // Only margins leave room to stand elsewhere.
+    widget.layout()->setContentsMargins(1, 2, 3, 4);
+    widget.layout()->setGeometry(QRect(0, 0, 164, 96));
+    QCOMPARE(item->placed, QRect(at, QSize(160, 90)));
 }
 
 void TestAspectLayout::child_of_a_widget_is_placed()
