@@ -76,6 +76,7 @@ private Q_SLOTS:
     void changed_comes_when_the_text_was_brought_into_form();
     void changed_does_not_come_by_itself();
     void changed_tells_the_timecode();
+    void changed_comes_when_all_is_in_place();
     void listener_of_changed_may_set_the_timecode();
     void text_that_a_listener_puts_in_meanwhile_waits_for_the_next_key();
     void modified_flag_stays_when_the_text_is_brought_into_form();
@@ -376,6 +377,23 @@ void TestATimecodeEntry::changed_tells_the_timecode()
     entry.clear();
     QTest::keyClicks(&entry, QStringLiteral("x"));
     QVERIFY(emitted(changed).is_undefined());
+}
+
+void TestATimecodeEntry::changed_comes_when_all_is_in_place()
+{
+    ATimecodeEntry entry;
+    entry.set_frequency(VideoFrequency::v50);
+    QStringList seen;
+    connect(&entry, &ATimecodeEntry::changed, &entry, [&] {
+        seen += with_cursor(entry);
+        seen += entry.isModified() ? QStringLiteral("modified") : QStringLiteral("as set");
+    });
+    entry.setText(QStringLiteral("1234"));
+    entry.setCursorPosition(8);
+    QTest::keyClicks(&entry, QStringLiteral("5"));
+    QCOMPARE(seen,
+        QStringList({QStringLiteral("00.00.12.34|"), QStringLiteral("as set"),
+            QStringLiteral("00.01.25|.34"), QStringLiteral("modified")}));
 }
 
 void TestATimecodeEntry::listener_of_changed_may_set_the_timecode()
