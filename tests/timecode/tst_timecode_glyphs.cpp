@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ATarnLib/timecode/widgets/timecode_glyphs_p.h"
 #include "tests/support/assert_log.h"
+#include "tests/support/patience.h"
 
 #include <QImage>
 #include <QTest>
@@ -69,6 +70,24 @@ void add_sets()
     QTest::newRow("small_transparent") << QStringLiteral("/tc/small_transparent") << 1;
 }
 
+/// Counts how often it is drawn.
+class CountingSymbol : public ATimecodeFontSymbol
+{
+public:
+    CountingSymbol()
+        : ATimecodeFontSymbol(Glyph::digit0)
+    {
+    }
+    int paints = 0;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        ++paints;
+        ATimecodeFontSymbol::paintEvent(event);
+    }
+};
+
 } // namespace
 
 class TestTimecodeGlyphs : public QObject
@@ -91,6 +110,7 @@ private Q_SLOTS:
     void disabled_glyph_is_faint_on_the_same_ground();
     void picture_is_drawn_pixel_by_pixel_data();
     void picture_is_drawn_pixel_by_pixel();
+    void change_is_drawn();
     void symbol_takes_the_room_of_its_shape();
     void digit_above_9_is_an_assertion();
     void separator_tells_flag_and_field();
@@ -293,6 +313,23 @@ void TestTimecodeGlyphs::picture_is_drawn_pixel_by_pixel()
     expected.setDevicePixelRatio(1);
     QCOMPARE(shown.size(), (QSizeF(digit.sizeHint()) * digit.devicePixelRatioF()).toSize());
     QCOMPARE(shown, expected);
+}
+
+void TestTimecodeGlyphs::change_is_drawn()
+{
+    CountingSymbol symbol;
+    // Of a size of its own, so that a font changes none.
+    symbol.setFixedSize(100, 100);
+    symbol.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&symbol, patience_ms));
+    QTRY_VERIFY(symbol.paints > 0);
+    QCoreApplication::processEvents();
+    int paints = symbol.paints;
+    symbol.set_glyph(Glyph::minus);
+    QTRY_VERIFY(symbol.paints > paints);
+    paints = symbol.paints;
+    symbol.set_font(Font::small_gray);
+    QTRY_VERIFY(symbol.paints > paints);
 }
 
 void TestTimecodeGlyphs::symbol_takes_the_room_of_its_shape()
