@@ -43,6 +43,7 @@ private Q_SLOTS:
     void needs_a_reboot_for_what_is_not_in_force();
     void a_commit_is_done_when_the_server_has_saved_it();
     void only_a_hot_item_tells_a_hot_change();
+    void a_hot_change_is_told_behind_every_form();
     void two_threads_may_read_and_write();
 };
 
@@ -405,6 +406,25 @@ void TestCFItemModel::only_a_hot_item_tells_a_hot_change()
     m.item.setHot(false);
     m.item.set(text("c"));
     QCOMPARE(m.hot_changed.count(), 1);
+}
+
+void TestCFItemModel::a_hot_change_is_told_behind_every_form()
+{
+    Model m;
+    m.item.setHot(true);
+    int told = 0;
+    int told_before = 0;
+    auto const count = [&] { ++told; };
+    connect(&m.item, qOverload<>(&CFItemModel::changed), this, count);
+    connect(&m.item, qOverload<QString const &>(&CFItemModel::changed), this, count);
+    connect(&m.item, qOverload<int>(&CFItemModel::changed), this, count);
+    connect(&m.item, qOverload<unsigned int>(&CFItemModel::changed), this, count);
+    connect(
+        &m.item, qOverload<QString const &, QString const &>(&CFItemModel::changed), this, count);
+    connect(&m.item, &CFItemModel::hot_change, this, [&] { told_before = told; });
+    m.item.set(text("a"));
+    QCOMPARE(told_before, 5);
+    QCOMPARE(told, 5);
 }
 
 void TestCFItemModel::two_threads_may_read_and_write()

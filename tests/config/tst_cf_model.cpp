@@ -53,6 +53,9 @@ private Q_SLOTS:
     void a_reconnection_fetches_every_item_again();
     void an_item_that_the_next_server_does_not_know_is_forgotten();
     void a_connection_that_goes_during_the_scan_leaves_no_fetch_behind();
+    void a_fetch_that_fails_leaves_an_item_that_the_server_knows();
+    void a_disconnection_ends_every_fetch();
+    void a_model_may_go_with_fetches_in_flight();
     void many_restarts_leave_the_items_as_the_server_has_them();
     void an_item_may_be_asked_for_from_another_thread();
 };
@@ -498,6 +501,68 @@ void TestCFModel::a_connection_that_goes_during_the_scan_leaves_no_fetch_behind(
     for (CFItemModel const *item : items)
         QVERIFY(item->have_cf());
     QCOMPARE(c.count("get_one_configuration"), 14U);
+    QCOMPARE(asserts.take(), QStringList());
+}
+
+void TestCFModel::a_fetch_that_fails_leaves_an_item_that_the_server_knows()
+{
+    Modelled c;
+    CFItemModel *item = c.model->get_item(text("VideoAspectRatio"));
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 1);
+    QSignalSpy changed(item, qOverload<>(&CFItemModel::changed));
+    c.server.fail_command("get_one_configuration", "busy");
+    c.server.say("<report><config_changed/></report>");
+    QTRY_COMPARE(c.scanned.count(), 2);
+    QVERIFY(item->have_cf());
+    c.server.clear_faults();
+    c.server.stay_silent(true);
+    c.server.say("<report><config_changed/></report>");
+    QTRY_COMPARE(c.count("get_one_configuration"), 3U);
+    QVERIFY(c.lose());
+    c.server.clear_faults();
+    QVERIFY(c.connect());
+    QTRY_COMPARE(c.scanned.count(), 3);
+    QVERIFY(item->have_cf());
+    QCOMPARE(changed.count(), 0);
+}
+
+void TestCFModel::a_disconnection_ends_every_fetch()
+{
+    ScriptedServer server;
+    APIQt api;
+    CFModel *model = CFModel::create(false, &api);
+    for (int number = 0; number < 7; ++number)
+        model->get_item(panel(number));
+    api.connect_to_server(server.address());
+    QTRY_COMPARE(fetches(server).size(), 6);
+    // Told by hand, since at its own end a connection fails what is out before it tells.
+    Q_EMIT api.disconnected();
+    Q_EMIT api.connected();
+    QTRY_COMPARE(fetches(server).size(), 12);
+}
+
+void TestCFModel::a_model_may_go_with_fetches_in_flight()
+{
+    ScriptedServer server;
+    APIQt api;
+    CFModel *model = CFModel::create(false, &api);
+    for (int number = 0; number < 7; ++number)
+        model->get_item(panel(number));
+    api.connect_to_server(server.address());
+    QTRY_COMPARE(fetches(server).size(), 6);
+    QList<QByteArray> const commands = server.commands();
+    AssertLog asserts;
+    delete model;
+    for (QByteArray const &command : commands)
+        if (command.contains("<get_one_configuration>"))
+            server.say(unknown_item(command));
+    // The answers to the model that is here now come behind those.
+    server.answer_with(unknown_item);
+    CFModel *next = CFModel::create(false, &api);
+    next->get_item(panel(0));
+    QTRY_VERIFY(next->is_fully_scanned());
+    QCOMPARE(fetches(server).size(), 7);
     QCOMPARE(asserts.take(), QStringList());
 }
 

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void a_revert_takes_back_the_named_items();
     void a_revert_of_all_takes_back_every_edit();
     void an_answer_about_changes_is_kept_until_an_item_changes();
+    void a_change_is_told_when_the_answer_about_changes_is_new();
     void an_edit_that_ends_without_a_signal_is_seen();
     void a_value_that_goes_back_behind_a_refused_one_is_no_change_once_committed();
     void a_value_typed_back_is_no_change_where_another_was_committed_before();
@@ -207,6 +208,18 @@ void TestCFModelCommit::an_answer_about_changes_is_kept_until_an_item_changes()
     QVERIFY(!c.model->have_changes());
     c.aspect->set(text("4x3"));
     QVERIFY(c.model->have_changes());
+}
+
+void TestCFModelCommit::a_change_is_told_when_the_answer_about_changes_is_new()
+{
+    Editor c;
+    QVERIFY(c.scan());
+    QVERIFY(!c.model->have_changes());
+    QList<bool> answers;
+    connect(c.model, &CFModel::changed, this, [&] { answers += c.model->have_changes(); });
+    c.panel->set(text("one"));
+    c.panel->revert_item();
+    QCOMPARE(answers, (QList<bool>{true, false}));
 }
 
 void TestCFModelCommit::an_edit_that_ends_without_a_signal_is_seen()
