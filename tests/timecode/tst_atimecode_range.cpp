@@ -125,6 +125,7 @@ private Q_SLOTS:
         using List = QList<unsigned>;
         QTest::newRow("within") << 10u << 5u << List{10, 14, day + 10, 3 * day + 14}
                                 << List{9, 15, day + 15};
+        QTest::newRow("a field") << 10u << 1u << List{10, day + 10} << List{9, 11, day - 1};
         QTest::newRow("across midnight")
             << day - 2 << 5u << List{day - 2, day - 1, 0, 2, day + 2} << List{3, day - 3, day + 3};
         QTest::newRow("start beyond the day") << 2 * day + 10 << 5u << List{10, 14} << List{9, 15};
