@@ -109,6 +109,7 @@ private Q_SLOTS:
     void tc64_of_all_ones_is_undefined();
     void bytes_at_an_invalid_frequency_are_undefined();
     void clip_starts_by_its_timecode_source();
+    void stripe_without_a_speed_is_taken_at_1();
     void clip_without_frame0_is_zero_based();
     void clip_of_an_unknown_source_has_no_start();
     void clip_with_an_undefined_stripe_is_undefined();
@@ -436,6 +437,15 @@ void TestATimecodeWire::clip_starts_by_its_timecode_source()
     QVERIFY(zerobased_start_timecode(clip).is_df());
     QCOMPARE(frame0_timecode(clip).get_nfields(), 500u);
     QCOMPARE(frame0_timecode(clip).get_ssm_speed(), 1u);
+}
+
+void TestATimecodeWire::stripe_without_a_speed_is_taken_at_1()
+{
+    VCTP3::ClipInfo clip;
+    clip.stripe_timecode = wire(wire_1080_59_94i, 3600);
+    QCOMPARE(stripe_start_timecode(clip).get_nfields(), 3600u);
+    for (ATimecode const &t : {stripe_start_timecode(clip), zerobased_start_timecode(clip)})
+        QCOMPARE(t.get_ssm_speed(), 1u);
 }
 
 void TestATimecodeWire::clip_without_frame0_is_zero_based()
