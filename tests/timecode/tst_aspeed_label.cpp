@@ -3,6 +3,7 @@
 #include "ATarnLib/timecode/widgets/atimecode_font_symbol.h"
 #include "tests/timecode/readout_text.h"
 
+#include <QImage>
 #include <QStackedWidget>
 #include <QTest>
 #include <climits>
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void pages_hold_the_named_widgets();
     void pages_take_the_same_room();
     void font_is_that_of_all_pages();
+    void ground_is_that_of_the_font();
     void tells_assistive_programs_name_and_value();
 };
 
@@ -162,6 +164,20 @@ void TestASpeedLabel::font_is_that_of_all_pages()
     for (int n = 0; n < stack->count(); ++n)
         QCOMPARE(stack->widget(n)->sizeHint(), QSize(66, 18));
     QCOMPARE(label.sizeHint(), QSize(66, 18));
+}
+
+void TestASpeedLabel::ground_is_that_of_the_font()
+{
+    ASpeedLabel label;
+    label.resize(500, 60);
+    label.set_value(65536);
+    label.show();
+    QImage const image = label.grab().toImage();
+    // Beside and above the pages too.
+    QColor const ground = image.pixelColor(image.width() / 2, image.height() / 2 + 17);
+    QVERIFY(ground.lightness() < 40);
+    QCOMPARE(image.pixelColor(0, 0), ground);
+    QCOMPARE(image.pixelColor(image.width() - 1, image.height() - 1), ground);
 }
 
 void TestASpeedLabel::tells_assistive_programs_name_and_value()
