@@ -105,9 +105,11 @@ QList<CFItemModel *> CFModel::all_items() const
 QList<CFItemModel *> CFModel::named_items(QStringList const &names) const
 {
     QList<CFItemModel *> result;
-    for (QString const &name : names)
-        if (CFItemModel *item = find_item(name))
+    for (QString const &name : names) {
+        CFItemModel *const item = find_item(name);
+        if (item && !result.contains(item))
             result.append(item);
+    }
     return result;
 }
 

@@ -43,7 +43,7 @@ public:
     /// Sends what was typed; does nothing while not connected. What is sent still counts as a
     /// change until the server tells of it, unless it is what the server holds.
     void commit_changes();
-    /// The same for the named items alone. Names that nobody asked for are passed over.
+    /// The same for the named items alone, each once. Names that nobody asked for are passed over.
     void commit(QStringList const &names);
     /// Takes back what was typed into the named items.
     void revert(QStringList const &names);

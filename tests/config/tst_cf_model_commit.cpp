@@ -85,7 +85,8 @@ void TestCFModelCommit::a_commit_of_names_sends_those_alone()
     QVERIFY(c.scan());
     c.aspect->set(text("4x3"));
     c.panel->set(text("one"));
-    c.model->commit({text("VideoAspectRatio"), text("ChannelConfigurationSet0"), text("NoSuch")});
+    c.model->commit({text("VideoAspectRatio"), text("ChannelConfigurationSet0"), text("NoSuch"),
+        text("VideoAspectRatio")});
     QVERIFY(c.sync());
     QCOMPARE(c.count("set_configuration"), 1U);
     QCOMPARE(c.saved("VideoAspectRatio"), "4x3"_a);
