@@ -420,11 +420,13 @@ void TestTimecode::subtracting_with_wrap_data()
     QTest::addColumn<unsigned>("expected");
     unsigned int const day = 2160000;
     QTest::newRow("within") << 7u << 5u << 2u;
+    QTest::newRow("to midnight") << 7u << 7u << 0u;
     QTest::newRow("below midnight") << 5u << 7u << day - 2;
     QTest::newRow("count beyond the day") << day + 7 << 5u << 2u;
     QTest::newRow("both beyond the day") << day + 7 << day + 5 << 2u;
     QTest::newRow("more than a day") << 5u << 2 * day + 7 << day - 2;
     QTest::newRow("a day") << 5u << day << 5u;
+    QTest::newRow("a day more, to midnight") << 7u << day + 7 << 0u;
 }
 
 void TestTimecode::subtracting_with_wrap()

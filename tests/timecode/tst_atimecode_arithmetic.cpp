@@ -154,6 +154,7 @@ void TestATimecodeArithmetic::subtracting_with_wrap_goes_on_from_the_end_of_the_
     QTest::newRow("to midnight") << 7u << 7u << 0u;
     QTest::newRow("below midnight") << 7u << 8u << day25 - 1;
     QTest::newRow("a day more") << 7u << day25 + 5 << 2u;
+    QTest::newRow("a day more, to midnight") << 7u << day25 + 7 << 0u;
     QTest::newRow("days, below midnight") << 7u << 3 * day25 + 8 << day25 - 1;
     // What is not below the count is taken away without wrapping.
     QTest::newRow("no wrap") << day25 + 7 << 5u << day25 + 2;
