@@ -117,11 +117,13 @@ private Q_SLOTS:
     void the_periodic_call_waits_its_time();
     void the_periodic_call_is_held_back_at_4_outstanding();
     void a_second_periodic_call_replaces_the_first();
+    void the_periodic_call_needs_no_server_that_speaks();
     void a_stream_may_be_reset_from_inside();
     void eight_threads_sending_at_once_arrive_whole();
     void senders_survive_a_server_that_goes_and_comes();
     void a_partial_write_ends_in_a_new_connection_data();
     void a_partial_write_ends_in_a_new_connection();
+    void a_failed_write_fails_what_follows_at_once();
     void the_rest_of_a_message_never_begins_a_connection();
     void the_loop_runs_on_the_callers_thread_data();
     void the_loop_runs_on_the_callers_thread();
@@ -517,6 +519,19 @@ void TestClient::a_second_periodic_call_replaces_the_first()
     QCOMPARE(first.value.load(), 0);
 }
 
+void TestClient::the_periodic_call_needs_no_server_that_speaks()
+{
+    ScriptedServer server;
+    WatchedClient client(server);
+    Count calls;
+    client.add_periodic(0, AFunction::bind<&Count::up>(&calls));
+    client.start();
+    // The first comes before the loop waits for the server.
+    QTRY_VERIFY(calls.value >= 2);
+    QCOMPARE(client.times_connected.load(), 1);
+    QCOMPARE(client.times_disconnected.load(), 0);
+}
+
 void TestClient::a_stream_may_be_reset_from_inside()
 {
     class ResettingClient : public WatchedClient
@@ -666,6 +681,52 @@ void TestClient::a_partial_write_ends_in_a_new_connection()
     server.answer_with(ScriptedServer::ok_to);
     client.cmd_sync(answers.ok(), answers.error());
     QTRY_COMPARE(answers.oks(), 1);
+}
+
+void TestClient::a_failed_write_fails_what_follows_at_once()
+{
+    /// Writes from the loop, which so cannot close the connection meanwhile, until something fails.
+    class WritingClient : public Client
+    {
+    public:
+        explicit WritingClient(ScriptedServer const &of)
+            : Client(of.ipaddr())
+            , server(of)
+        {
+        }
+        ~WritingClient() override { stop(); }
+
+        Answers answers;
+        std::atomic<bool> was_up{false};
+        std::atomic<int> errors_missing{-1};
+
+    private:
+        void connected() override
+        {
+            if (errors_missing >= 0)
+                return;
+            int const socket = SocketProbe::descriptor_to(server.address(), ScriptedServer::port);
+            SocketProbe::set_send_buffer(socket, 1);
+            SocketProbe::set_send_timeout(socket, 50);
+            AString const text(QString(10000, QLatin1Char('x')));
+            int commands = 0;
+            for (; commands < 20 && answers.errors().isEmpty(); ++commands)
+                cmd_debug_label(text, answers.ok(), answers.error());
+            cmd_sync(answers.ok(), answers.error());
+            was_up = isConnected();
+            errors_missing = commands + 1 - int(answers.errors().size());
+        }
+
+        ScriptedServer const &server;
+    };
+    ScriptedServer server;
+    server.set_receive_buffer(1);
+    server.set_reading(false);
+    WritingClient client(server);
+    client.run_forever_in_own_thread(0);
+    QTRY_VERIFY(client.errors_missing >= 0);
+    QCOMPARE(client.errors_missing.load(), 0);
+    QVERIFY(client.was_up);
 }
 
 void TestClient::the_rest_of_a_message_never_begins_a_connection()
