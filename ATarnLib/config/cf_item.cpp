@@ -46,10 +46,13 @@ void CFItem::setHot(bool on)
 }
 
 /// Not what the signal carries: by now the item may hold something else, typed here or set by a
-/// slot of the same signal.
+/// slot of the same signal. Once more where a slot of the widget has set it while it was shown.
 void CFItem::show_present()
 {
-    cf(present_value());
+    QString const value = present_value();
+    cf(value);
+    if (present_value() != value)
+        cf(present_value());
 }
 
 void CFItem::cf(QString const &) { }

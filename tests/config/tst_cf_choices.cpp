@@ -27,6 +27,7 @@ private Q_SLOTS:
     void no_radio_button_is_checked_for_a_value_without_one_data();
     void no_radio_button_is_checked_for_a_value_without_one();
     void radio_buttons_of_different_parents_uncheck_each_other();
+    void radio_buttons_show_the_item_also_where_a_slot_of_theirs_sets_it();
     void a_radio_button_takes_the_place_of_the_one_before();
     void a_combo_box_offers_what_the_server_takes();
     void a_combo_box_offers_the_options_that_the_server_takes();
@@ -272,6 +273,23 @@ void TestCFChoices::radio_buttons_of_different_parents_uncheck_each_other()
     QCOMPARE(b.item(aspect)->get(), text("16x9"));
     binding.send_change();
     QCOMPARE(b.item(aspect)->get(), text("4x3"));
+}
+
+void TestCFChoices::radio_buttons_show_the_item_also_where_a_slot_of_theirs_sets_it()
+{
+    BindingBench b;
+    AspectButtons buttons(b.model, false);
+    b.item(aspect)->set(text("16x9"));
+    connect(&buttons.wide, &QRadioButton::toggled, this, [&](bool checked) {
+        if (!checked)
+            b.item(aspect)->set(text("16x9"));
+    });
+    QSignalSpy changes(&buttons.binding, &CFItem::sig_change);
+    b.item(aspect)->set(text("4x3"));
+    QCOMPARE(b.item(aspect)->get(), text("16x9"));
+    QVERIFY(buttons.wide.isChecked());
+    QVERIFY(!buttons.narrow.isChecked());
+    QCOMPARE(changes.count(), 0);
 }
 
 void TestCFChoices::a_radio_button_takes_the_place_of_the_one_before()
