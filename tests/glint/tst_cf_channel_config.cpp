@@ -53,6 +53,7 @@ private Q_SLOTS:
     void a_change_of_another_item_is_not_told();
     void a_change_of_the_channel_count_is_told();
     void a_change_of_the_board_type_is_told_apart();
+    void a_change_is_told_on_the_thread_of_the_change();
     void writes_the_texts_to_the_debug_output();
     void follows_a_server();
     void may_be_asked_from_another_thread();
@@ -429,6 +430,22 @@ void TestCFChannelConfig::a_change_of_the_board_type_is_told_apart()
     QCOMPARE(type.count(), 1);
     QCOMPARE(type[0][0].toString(), text("tamarind"));
     QCOMPARE(b.changed.count(), 0);
+}
+
+void TestCFChannelConfig::a_change_is_told_on_the_thread_of_the_change()
+{
+    Board b("VVVV");
+    QSignalSpy type(&b.config, &CFChannelConfig::board_type_changed);
+    CFItemModel *const quad = b.quad_item(0);
+    USItemModel *const count = b.us_model->get_item(text("cf.orchard.0.channel_count"));
+    USItemModel *const board = b.us_model->get_item(text("cf.orchard.type"));
+    std::thread([&] {
+        quad->set(text("ISO4"));
+        count->set(text("12"));
+        board->set(text("tamarind"));
+    }).join();
+    QCOMPARE(b.changed.count(), 2);
+    QCOMPARE(type.count(), 1);
 }
 
 void TestCFChannelConfig::writes_the_texts_to_the_debug_output()
