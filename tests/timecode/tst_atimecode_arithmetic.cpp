@@ -273,6 +273,8 @@ void TestATimecodeArithmetic::cmp24_takes_the_shorter_way_data()
     QTest::newRow("more than half") << half + 1 << 0u << -1;
     QTest::newRow("less than half") << half - 1 << 0u << 1;
     QTest::newRow("beyond the day") << 3 * day25 + 1 << day25 - 1 << 1;
+    QTest::newRow("highest") << UINT_MAX << UINT_MAX % day25 - 1 << 1;
+    QTest::newRow("before the highest") << UINT_MAX % day25 - 1 << UINT_MAX << -1;
 }
 
 void TestATimecodeArithmetic::cmp24_takes_the_shorter_way()
@@ -345,6 +347,10 @@ void TestATimecodeArithmetic::range24_needs_the_first_day_and_defined_arguments(
     QVERIFY(fields(day25 - 1).is_inrange24(fields(0), fields(day25 - 1)) == false);
     QVERIFY(fields(5).is_inrange24(fields(0), fields(10)));
     QVERIFY(!fields(day25 + 5).is_inrange24(fields(0), fields(10)));
+    // Later than the start of a range that crosses midnight, but not of its first day.
+    QVERIFY(fields(day25 - 1).is_inrange24(fields(day25 - 5), fields(8)));
+    QVERIFY(!fields(day25).is_inrange24(fields(day25 - 5), fields(8)));
+    QVERIFY(!fields(day25 + 1).is_inrange24(fields(day25 - 5), fields(8)));
     QVERIFY(!ATimecode().is_inrange24(fields(0), fields(10)));
     QVERIFY(!fields(5).is_inrange24(ATimecode(), fields(10)));
     QVERIFY(!fields(5).is_inrange24(fields(0), ATimecode()));
