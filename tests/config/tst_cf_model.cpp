@@ -102,6 +102,25 @@ QByteArray unknown_item(QByteArray const &command)
         "<error><ErrorMessage>no</ErrorMessage><ErrorCode>configname_invalid</ErrorCode></error>");
 }
 
+/// A model of seven items whose fetches nobody answers yet: six are out at a time.
+struct SevenItems
+{
+    SevenItems()
+    {
+        for (int number = 0; number < 7; ++number)
+            model->get_item(panel(number));
+    }
+    bool connect()
+    {
+        api.connect_to_server(server.address());
+        return QTest::qWaitFor([this] { return fetches(server).size() == 6; }, patience_ms);
+    }
+
+    ScriptedServer server;
+    APIQt api;
+    CFModel *model = CFModel::create(false, &api);
+};
+
 } // namespace
 
 void TestCFModel::one_name_gives_one_item_and_one_fetch()
@@ -231,20 +250,15 @@ void TestCFModel::a_local_model_that_another_thread_makes_belongs_to_the_applica
 
 void TestCFModel::the_seventh_item_is_fetched_when_the_first_reply_comes()
 {
-    ScriptedServer server;
-    APIQt api;
-    CFModel *model = CFModel::create(false, &api);
-    for (int number = 0; number < 7; ++number)
-        model->get_item(panel(number));
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(fetches(server).size(), 6);
+    SevenItems c;
+    QVERIFY(c.connect());
     // What the model wants to send goes out before this.
-    api.cmd_sync();
-    QTRY_VERIFY(server.commands().last().contains("<sync"));
-    QCOMPARE(fetches(server).size(), 6);
-    server.say(unknown_item(server.commands()[1]));
-    QTRY_COMPARE(fetches(server).size(), 7);
-    QCOMPARE(fetches(server).last(), panel(6).toLatin1());
+    c.api.cmd_sync();
+    QTRY_VERIFY(c.server.commands().last().contains("<sync"));
+    QCOMPARE(fetches(c.server).size(), 6);
+    c.server.say(unknown_item(c.server.commands()[1]));
+    QTRY_COMPARE(fetches(c.server).size(), 7);
+    QCOMPARE(fetches(c.server).last(), panel(6).toLatin1());
 }
 
 void TestCFModel::items_are_fetched_in_the_order_of_their_names()
@@ -529,40 +543,30 @@ void TestCFModel::a_fetch_that_fails_leaves_an_item_that_the_server_knows()
 
 void TestCFModel::a_disconnection_ends_every_fetch()
 {
-    ScriptedServer server;
-    APIQt api;
-    CFModel *model = CFModel::create(false, &api);
-    for (int number = 0; number < 7; ++number)
-        model->get_item(panel(number));
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(fetches(server).size(), 6);
+    SevenItems c;
+    QVERIFY(c.connect());
     // Told by hand, since at its own end a connection fails what is out before it tells.
-    Q_EMIT api.disconnected();
-    Q_EMIT api.connected();
-    QTRY_COMPARE(fetches(server).size(), 12);
+    Q_EMIT c.api.disconnected();
+    Q_EMIT c.api.connected();
+    QTRY_COMPARE(fetches(c.server).size(), 12);
 }
 
 void TestCFModel::a_model_may_go_with_fetches_in_flight()
 {
-    ScriptedServer server;
-    APIQt api;
-    CFModel *model = CFModel::create(false, &api);
-    for (int number = 0; number < 7; ++number)
-        model->get_item(panel(number));
-    api.connect_to_server(server.address());
-    QTRY_COMPARE(fetches(server).size(), 6);
-    QList<QByteArray> const commands = server.commands();
+    SevenItems c;
+    QVERIFY(c.connect());
+    QList<QByteArray> const commands = c.server.commands();
     AssertLog asserts;
-    delete model;
+    delete c.model;
     for (QByteArray const &command : commands)
         if (command.contains("<get_one_configuration>"))
-            server.say(unknown_item(command));
+            c.server.say(unknown_item(command));
     // The answers to the model that is here now come behind those.
-    server.answer_with(unknown_item);
-    CFModel *next = CFModel::create(false, &api);
+    c.server.answer_with(unknown_item);
+    CFModel *next = CFModel::create(false, &c.api);
     next->get_item(panel(0));
     QTRY_VERIFY(next->is_fully_scanned());
-    QCOMPARE(fetches(server).size(), 7);
+    QCOMPARE(fetches(c.server).size(), 7);
     QCOMPARE(asserts.take(), QStringList());
 }
 
